@@ -1,0 +1,15 @@
+#include "host_access.h"
+
+namespace {
+HostApi* currentHost = nullptr;
+}
+
+void setRoadmapHost(HostApi* host)
+{
+    currentHost = host;
+}
+
+HostApi* roadmapHost()
+{
+    return currentHost;
+}

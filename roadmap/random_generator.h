@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+struct RoadmapMatrix;
+
+// 32-bit Mersenne Twister (MT19937), seeded with 5489 at its first draw and
+// never again, so the first map after loading is repeatable and later maps
+// continue the same sequence.
+class MersenneTwister {
+public:
+    uint32_t next32();
+    // Uniform double strictly inside (0, 1), from two outputs with 53 bits.
+    double nextUniform();
+
+private:
+    void seed(uint32_t value);
+    void twist();
+
+    uint32_t state_[624] = {};
+    int index_ = 0;  // 1..624 while in use
+    bool seeded_ = false;
+};
+
+// The process-wide generator used by the sampler.
+MersenneTwister& processRandom();
+
+// Draw from the process-wide generator.
+double randomUniform();
+// Sets the matrix's first dimension to n (capacity ensured) and fills it with
+// n successive draws.
+void randomVector(int n, RoadmapMatrix* vector);

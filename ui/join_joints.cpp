@@ -1,0 +1,173 @@
+#include "join_joints.h"
+
+#include "configuration.h"
+#include "insert_node.h"
+#include "planner_session.h"
+#include "progress_reporter.h"
+#include "roadmap_matrix.h"
+#include "shortest_path.h"
+#include "translate.h"
+#include "vorlik/host_api.h"
+#include "vorlik/item_types.h"
+
+#include <QDebug>
+#include <QMainWindow>
+#include <QProgressDialog>
+
+#include <algorithm>
+
+namespace {
+
+Configuration configurationFrom(const double* joints)
+{
+    Configuration configuration;
+    std::copy(joints, joints + JointVector::MaxJoints, configuration.begin());
+    return configuration;
+}
+
+// Inserts one query configuration; the scratch result becomes the map at once.
+void insertQueryNode(PlannerSession& session, const double* joints, const PlannerParameters& parameters,
+                     int* edgesMade, int* nodeIndex)
+{
+    insertNode(session.robot, configurationFrom(joints), session.samples, session.graph, parameters,
+               session.workSamples, session.workGraph, edgesMade, nodeIndex);
+}
+
+void commitWorkMap(PlannerSession& session)
+{
+    copyMatrix(session.workSamples, session.samples);
+    copyMatrix(session.workGraph, session.graph);
+}
+
+// Writes the route as program `progname`: one target per node, named after its
+// place on the route and its sample number. Null when the route is unusable.
+Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
+{
+    HostApi* host = session.hostApi;
+    HostItem* robot = session.robot;
+    const RoadmapMatrix* route = session.route;
+    const int nodeCount = columns(route);
+    const int jointCount = rows(session.samples);
+    const int sampleCount = columns(session.samples);
+
+    if (rows(route) != 1 || nodeCount < 2) {
+        qDebug() << "Something is wrong with the robot route!!";
+        return nullptr;
+    }
+
+    while (HostItem* old = host->getItem(progname, ItemType::Program))
+        old->deleteItem();
+    HostItem* program = host->addProgram(progname, robot);
+    if (!program)
+        return nullptr;
+
+    for (int i = 1; i <= nodeCount; ++i) {
+        const int node = static_cast<int>(at(route, 0, i - 1) - 1.0);
+        if (node < 0 || node >= sampleCount) {
+            host->showMessage(QStringLiteral("Something is wrong with the robot route!"), !silent);
+            program->deleteItem();
+            return nullptr;
+        }
+        const JointVector joints(column(session.samples, node), jointCount);
+        if (i == 1)
+            robot->setJoints(joints);
+        const QString name = QStringLiteral("Pt %1 (S%2)").arg(i).arg(node + 1);
+        HostItem* target = host->addTarget(name, robot->parent(), robot);
+        if (!target)
+            continue;
+        target->setJoints(joints);
+        target->setAsJointTarget();
+        program->addJointMove(target);
+    }
+    program->setProgramOptionA(false);
+    program->setProgramOptionB(false);
+    host->update(1);
+    program->finishProgram(QString());
+    return program;
+}
+
+// The query proper, between the saved and the restored robot state.
+// True when a route between the two nodes was found.
+bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+               const QString& progname)
+{
+    HostApi* host = session.hostApi;
+    ProgressReporter& progress = progressReporter();
+    const QString firstTargetUnreachable =
+        planTr("The robot is unable to reach the first target. Try to add more targets or increase the number "
+               "of samples and update the collision map.");
+    const PlannerParameters parameters = session.plannerParameters();
+    int edgesMade = -1;
+    int startIndex = -1;
+    int endIndex = -1;
+
+    progress.start(session.mainWindow, planTr("Adding start node"));
+    insertQueryNode(session, jnts1, parameters, &edgesMade, &startIndex);
+    qDebug() << "Done adding first node";
+    const bool firstCancelled = progress.finish();
+    commitWorkMap(session);
+    if (edgesMade < 1) {
+        host->showMessage(firstTargetUnreachable, !silent);
+        return false;
+    }
+
+    progress.start(session.mainWindow, planTr("Adding end node"));
+    insertQueryNode(session, jnts2, parameters, &edgesMade, &endIndex);
+    // After a cancelled first insertion this dialog stays open until the next
+    // one replaces it.
+    if (!firstCancelled)
+        progress.finish();
+    qDebug() << "Done adding second node";
+    commitWorkMap(session);
+    if (edgesMade < 1) {
+        host->showMessage(planTr("The robot is unable to reach the second target for program <strong>%1</strong>. "
+                                 "Try to increase the number of samples and update the collision map.")
+                              .arg(progname),
+                          !silent);
+        return false;
+    }
+
+    qDebug() << "Calculating map...";
+    qDebug() << startIndex;
+    qDebug() << endIndex;
+    // The end node is the search's source, so the chain comes back start first.
+    double cost = NoPathCost;
+    shortestPath(session.graph, endIndex, startIndex, &cost, session.route);
+    if (cost >= NoPathCost) {
+        qDebug() << "Not possible to link nodes " << startIndex << " and " << endIndex;
+        host->showMessage(planTr("It is not possible to connect the start and end targets for program "
+                                 "<strong>%1</strong>. Try to increase the number of samples and update the "
+                                 "collision map.")
+                              .arg(progname),
+                          !silent);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Item Join_Joints(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+                 const QString& progname)
+{
+    if (!session.requireRobot(silent))
+        return nullptr;
+    HostApi* host = session.hostApi;
+    HostItem* robot = session.robot;
+
+    const int keptRenderMode = host->renderMode();
+    JointVector keptJoints;
+    robot->joints(keptJoints);
+    host->setRenderMode(1);
+
+    const bool found = findRoute(session, silent, jnts1, jnts2, progname);
+
+    host->setRenderMode(keptRenderMode);
+    robot->setJoints(keptJoints);
+    host->update(255);
+    session.settingsChanged = true;
+
+    Item program = found ? writeRoute(session, silent, progname) : nullptr;
+    session.emitUpdateForm();
+    return program;
+}

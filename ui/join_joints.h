@@ -1,0 +1,15 @@
+#pragma once
+
+#include "vorlik/host_item.h"
+
+#include <QString>
+
+class PlannerSession;
+
+// Links two joint configurations (12 values each; the robot's first J count)
+// through the roadmap: both become nodes, the shortest chain of nodes between
+// them is written as program `progname` of joint moves through new targets
+// "Pt %1 (S%2)". Returns the program, or null on any failure (reported to the
+// user, as a message box unless silent).
+Item Join_Joints(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+                 const QString& progname);

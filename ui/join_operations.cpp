@@ -1,0 +1,140 @@
+#include "join_operations.h"
+
+#include "calculate_map.h"
+#include "items_of_type.h"
+#include "join_joints.h"
+#include "planner_session.h"
+#include "roadmap_matrix.h"
+#include "sanitize_name.h"
+#include "translate.h"
+#include "vorlik/host_api.h"
+#include "vorlik/item_types.h"
+
+#include <QDebug>
+#include <QStringList>
+
+namespace {
+
+// Gaps up to this L1 joint distance are taken as programs that already meet.
+constexpr double ProgramsMeetDistance = 1.0;
+
+void ensureMap(PlannerSession& session)
+{
+    if (columns(session.samples) >= 1)
+        return;
+    session.hostApi->showMessage(planTr("Creating map..."), false);
+    CalculateMap(session);
+}
+
+}  // namespace
+
+void Join_Selection_Smart(PlannerSession& session, bool silent)
+{
+    QList<Item> selection;
+    session.hostApi->getSelectedItems(selection);
+    if (!selection.isEmpty() && selection.first()->type() == ItemType::Program)
+        Join_Programs(session, silent, selection, QString());
+    else
+        Join_Selected_Targets(session, silent, nullptr, nullptr);
+}
+
+Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, Item target2)
+{
+    // The robot is always asked for loudly, whatever `silent` says.
+    if (!session.requireRobot(false))
+        return nullptr;
+    HostApi* host = session.hostApi;
+    QString programName = QStringLiteral("SafeMove");
+
+    // The map comes first, even when the selection then turns out too small.
+    ensureMap(session);
+    qDebug() << "Trying to join targets...";
+
+    QList<Item> candidates;
+    if (target1)
+        candidates << target1;
+    if (target2)
+        candidates << target2;
+    if (candidates.size() < 2) {
+        QList<Item> selection;
+        candidates << itemsOfType(host->getSelectedItems(selection), ItemType::Target);
+    }
+    if (candidates.size() < 2) {
+        host->showMessage(QStringLiteral("Select 2 targets to automatically join the path"), !silent);
+        return nullptr;
+    }
+
+    HostItem* first = candidates[0];
+    HostItem* second = candidates[1];
+    const QString firstName = first->name();
+    const QString secondName = second->name();
+    qDebug().noquote() << "Joining targets: " + firstName + " & " + secondName;
+    programName = sanitizeName(firstName + "To" + secondName);
+
+    JointVector firstJoints;
+    JointVector secondJoints;
+    first->joints(firstJoints);
+    second->joints(secondJoints);
+    qDebug().noquote() << firstJoints.toText(", ", 3);
+    qDebug().noquote() << secondJoints.toText(", ", 3);
+    return Join_Joints(session, silent, firstJoints.values(), secondJoints.values(), programName);
+}
+
+bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in)
+{
+    if (!session.requireRobot(false))
+        return false;
+    HostApi* host = session.hostApi;
+    const QString mainName = progname_in.isEmpty() ? QStringLiteral("MainSafe") : progname_in;
+
+    const QList<Item> chain = itemsOfType(programs, ItemType::Program);
+    // Counted before any map is computed, unlike the join of targets.
+    if (chain.size() < 2) {
+        host->showMessage(QStringLiteral("Select 2 or more programs to automatically join them"), !silent);
+        return false;
+    }
+
+    ensureMap(session);
+    qDebug() << "Trying to join programs...";
+
+    bool ok = true;
+    QStringList calls{chain[0]->name()};
+    HostItem* previous = chain[0];
+    for (int i = 1; i < chain.size(); ++i) {
+        HostItem* current = chain[i];
+        const QString previousName = previous->name();
+        const QString currentName = current->name();
+        qDebug().noquote() << "Joining programs: " + previousName + " & " + currentName;
+        const QString linkName = sanitizeName("S" + previousName + "2" + currentName);
+
+        JointVector previousStart;
+        JointVector previousEnd;
+        JointVector currentStart;
+        JointVector currentEnd;
+        previous->jointLimits(previousStart, previousEnd);
+        current->jointLimits(currentStart, currentEnd);
+        if (previousStart.isValid() && previousEnd.isValid() && currentStart.isValid() && currentEnd.isValid()) {
+            if (JointVector::distance(previousEnd, currentStart) > ProgramsMeetDistance) {
+                if (ok)
+                    ok = Join_Joints(session, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
+                calls << linkName;
+            }
+            previous = current;
+        } else {
+            // The next program is linked from the last one that had moves.
+            host->showMessage(planTr("Program %1 does not contain any movements").arg(currentName), false);
+        }
+        if (!ok) {
+            host->showMessage(planTr("Unable to create program: ") + linkName, false);
+            return false;
+        }
+        calls << currentName;
+    }
+
+    HostItem* mainProgram = host->addProgram(mainName, session.robot);
+    if (mainProgram) {
+        for (const QString& name : calls)
+            mainProgram->addProgramCall(name, 0);
+    }
+    return true;
+}

@@ -1,0 +1,15 @@
+#include "replace_map_question.h"
+
+#include "translate.h"
+
+#include <QMessageBox>
+
+bool askReplaceMap(QWidget* parent)
+{
+    const QMessageBox::StandardButton answer = QMessageBox::question(
+        parent, planTr("Replace map"),
+        planTr("Operation cancelled:<br>Do you want to replace the previous map even if the operation didn't "
+               "complete?"),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::NoButton);
+    return answer == QMessageBox::Yes;
+}

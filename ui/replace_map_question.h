@@ -1,0 +1,7 @@
+#pragma once
+
+class QWidget;
+
+// Asks whether a map whose computation was cancelled should replace the stored
+// one. Only an explicit Yes counts; No, Cancel and closing the box keep the map.
+bool askReplaceMap(QWidget* parent);

@@ -1,1 +1,113 @@
-// (being written)
+// The text command language through which the host and scripts drive the planner.
+#include "plugin_autoprm.h"
+
+#include "edge_list.h"
+#include "matrix_io.h"
+#include "roadmap_matrix.h"
+#include "translate.h"
+#include "vorlik/item_types.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+bool startsWith(const QString& command, const char* keyword)
+{
+    return command.startsWith(QLatin1String(keyword), Qt::CaseInsensitive);
+}
+}  // namespace
+
+QString PluginAutoPRM::pluginCommand(const QString& command, const QString& value)
+{
+    qDebug() << "Received command: " << command;
+    qDebug() << "    With value: " << value;
+    if (!robot)
+        selectRobot(true, QString());
+
+    if (startsWith(command, "Join"))
+        return joinCommand(command, value);
+    if (startsWith(command, "Calc")) {
+        CalculateMap();
+        return QStringLiteral("Done");
+    }
+    if (startsWith(command, "Add")) {
+        AddTargetsToMap(true, true);
+        return QStringLiteral("Done");
+    }
+    if (startsWith(command, "Clear")) {
+        clearMapAndSettings();
+        settingsChanged = true;
+        return QStringLiteral("Done");
+    }
+    if (startsWith(command, "SelectRobot")) {
+        selectRobot(true, value);
+        return robotName();
+    }
+    if (startsWith(command, "Info"))
+        return QStringLiteral("%1-%2-%3").arg(columns(samples)).arg(edgeCount(graph)).arg(robotName());
+    if (startsWith(command, "Save"))
+        return saveCommand(command, value);
+
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber)
+        return planTr("Invalid value");
+    if (startsWith(command, "Samples")) {
+        nSamples = int(number);
+    } else if (startsWith(command, "Edges")) {
+        nEdgesPerSample = int(number);
+    } else if (startsWith(command, "NewNodeEdges")) {
+        nNewNodeEdges = int(number);
+    } else if (startsWith(command, "Display")) {
+        displaySamples = number > 0.0;
+        hostApi->update(1);
+    }
+    emit UpdateForm();
+    settingsChanged = true;
+    return QStringLiteral("OK");
+}
+
+// "Join" links two targets when both names are targets, otherwise every name as a program.
+QString PluginAutoPRM::joinCommand(const QString& command, const QString& value)
+{
+    const QStringList commandParts = command.split('=', Qt::SkipEmptyParts);
+    const QString requestedName = commandParts.size() >= 2 ? commandParts.at(1) : QString();
+    const QStringList names = value.split('|', Qt::KeepEmptyParts);
+
+    HostItem* first = hostApi->getItem(names.at(0), ItemType::Target);
+    HostItem* second = names.size() >= 2 ? hostApi->getItem(names.at(1), ItemType::Target) : nullptr;
+    if (first && second) {
+        HostItem* program = Join_Selected_Targets(true, first, second);
+        if (!program)
+            return QStringLiteral("Failed");
+        if (!requestedName.isEmpty())
+            program->setName(requestedName);
+        else if (names.size() >= 3)
+            program->setName(names.at(2));
+        return QStringLiteral("Success");
+    }
+
+    QList<Item> programs;
+    for (const QString& name : names) {
+        HostItem* program = hostApi->getItem(name, ItemType::Program);
+        if (!program)
+            return QStringLiteral("Failed. Invalid program: ") + name;
+        programs << program;
+    }
+    return Join_Programs(true, programs, requestedName) ? QStringLiteral("Success") : QStringLiteral("Failed");
+}
+
+// "Save" writes the samples, "SaveMap" the graph, as comma-separated text.
+QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return planTr("Unable to open file for writting: ") + path;
+    QTextStream stream(&file);
+    const bool wantsGraph = command.contains(QLatin1String("Map"), Qt::CaseInsensitive);
+    writeMatrixText(stream, wantsGraph ? graph : samples, true);
+    stream.flush();
+    file.close();
+    return planTr("Done");
+}

@@ -50,6 +50,9 @@ public:
     void CalculateMap();
     bool AddTargetsToMap(bool silent, bool robotPositionOnly);
 
+    // Title of the plug-in's menu, toolbar and dock.
+    static QString title();
+
     void emitUpdateForm() override { emit UpdateForm(); }
     QObject* sessionObject() override { return this; }
 
@@ -69,6 +72,9 @@ public slots:
     void RenderMap();
 
 private:
+    QString joinCommand(const QString& command, const QString& value);
+    QString saveCommand(const QString& command, const QString& path);
+    void restoreDefaultSettings();
     void clearMapAndSettings();
     void placeMenu(QMenuBar* menuBar);
 

@@ -1,1 +1,50 @@
-// (being written)
+// Which robot the map is built for, and the guard of robot-bound operations.
+#include "plugin_autoprm.h"
+
+#include "translate.h"
+#include "vorlik/item_types.h"
+
+bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
+{
+    saveSettings();
+    robot = nullptr;
+
+    QList<Item> robots;
+    hostApi->getItemList(robots, ItemType::Robot);
+    if (robots.isEmpty()) {
+        hostApi->showMessage(QStringLiteral("Select File-Open to load a robot or a Vorlik station"), false);
+        loadRobotMap();
+        return false;
+    }
+
+    HostItem* found = name.isEmpty() ? nullptr : hostApi->getItem(name, ItemType::Robot);
+    if (!found) {
+        if (autoSelect)
+            found = robots.first();
+        else
+            found = hostApi->pickItem(planTr("Select a robot to calculate the automatic path map"), ItemType::Robot);
+    }
+
+    if (found) {
+        // A picked mechanism stands for the robot it drives.
+        robot = found->getLink(ItemType::Robot);
+        hostApi->showMessage(planTr("Selected robot for PRM: ") + (robot ? robot->name() : QString()), false);
+    } else {
+        hostApi->showMessage(planTr("Robot not available to calculate PRM"), false);
+    }
+    loadRobotMap();
+    return found != nullptr;
+}
+
+QString PluginAutoPRM::robotName()
+{
+    return robot ? robot->name() : QString();
+}
+
+bool PluginAutoPRM::requireRobot(bool silent)
+{
+    if (robot)
+        return true;
+    hostApi->showMessage(planTr("Invalid robot: add a robot or load a project"), !silent);
+    return false;
+}

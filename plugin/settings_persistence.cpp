@@ -1,1 +1,108 @@
-// (being written)
+// Settings and maps travel inside the station as data parameters.
+#include "plugin_autoprm.h"
+
+#include "matrix_io.h"
+#include "roadmap_matrix.h"
+#include "translate.h"
+#include "vorlik/item_types.h"
+
+#include <QDataStream>
+#include <QDebug>
+
+namespace {
+QString robotMapKey(const QString& pluginName, const QString& robotName)
+{
+    return pluginName + "-Rob " + robotName;
+}
+}  // namespace
+
+bool PluginAutoPRM::loadSettings()
+{
+    settingsChanged = false;
+    const QByteArray bytes = hostApi->getDataParam(pluginName());
+    if (bytes.isEmpty())
+        return false;
+
+    qDebug() << "Loading PRM plugin settings...";
+    QDataStream stream(bytes);
+    qint32 samplesSetting = 0;
+    stream >> samplesSetting;
+    nSamples = samplesSetting;
+    if (nSamples < 0) {
+        // A negative sample count marks a record written by a later version.
+        qDebug() << "Warning: Settings not loaded. Future version?";
+        nSamples = 100;
+        return false;
+    }
+    qint32 edges = 0;
+    qint32 newNodeEdges = 0;
+    QString storedRobot;
+    stream >> edges >> robotStepDeg >> newNodeEdges >> displaySamples >> storedRobot;
+    nEdgesPerSample = edges;
+    nNewNodeEdges = newNodeEdges;
+
+    robot = hostApi->getItem(storedRobot, ItemType::Robot);
+    if (robot) {
+        loadRobotMap();
+    } else {
+        // The stored robot is gone: take the first one, keeping whatever map is held.
+        QList<Item> robots;
+        hostApi->getItemList(robots, ItemType::Robot);
+        robot = robots.isEmpty() ? nullptr : robots.first();
+    }
+    emit UpdateForm();
+    qDebug() << "Done";
+    return true;
+}
+
+void PluginAutoPRM::saveSettings()
+{
+    if (!settingsChanged)
+        return;
+    qDebug() << "Saving PRM plugin settings...";
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(nSamples) << qint32(nEdgesPerSample) << robotStepDeg << qint32(nNewNodeEdges)
+               << displaySamples << (robot ? robot->name() : QString(""));
+    }
+    hostApi->setDataParam(pluginName(), bytes);
+    saveRobotMap();
+    settingsChanged = false;
+    qDebug() << "Done";
+}
+
+void PluginAutoPRM::loadRobotMap()
+{
+    setSize(samples, 0, 0);
+    setSize(graph, 0, 0);
+    setSize(route, 0, 0);
+    if (!requireRobot(true)) {
+        emit UpdateForm();
+        return;
+    }
+    const QByteArray bytes = hostApi->getDataParam(robotMapKey(pluginName(), robot->name()));
+    if (!bytes.isEmpty()) {
+        qDebug() << "Loading robot settings...";
+        QDataStream stream(bytes);
+        readMatrix(stream, &samples);
+        readMatrix(stream, &graph);
+        readMatrix(stream, &route);
+    }
+    emit UpdateForm();
+}
+
+void PluginAutoPRM::saveRobotMap()
+{
+    if (!requireRobot(true))
+        return;
+    qDebug() << "Saving robot settings...";
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        writeMatrix(stream, samples);
+        writeMatrix(stream, graph);
+        writeMatrix(stream, route);
+    }
+    hostApi->setDataParam(robotMapKey(pluginName(), robot->name()), bytes);
+}

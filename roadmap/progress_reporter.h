@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <QString>
 
-class QProgressDialog;
 class QWidget;
 
 // The one modal progress dialog of the process, through which every long

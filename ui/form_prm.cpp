@@ -1,0 +1,260 @@
+#include "form_prm.h"
+
+#include "add_targets.h"
+#include "calculate_map.h"
+#include "edge_list.h"
+#include "join_operations.h"
+#include "planner_session.h"
+#include "roadmap_matrix.h"
+#include "show_samples.h"
+#include "vorlik/host_api.h"
+#include "vorlik/item_types.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpacerItem>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace {
+const char* const StepParameter = "PathStepCollisionDeg";
+
+QString formTr(const char* text)
+{
+    return QCoreApplication::translate("FormPRM", text);
+}
+
+QSpinBox* makeSpinBox(QWidget* parent, const char* name, int step, int value)
+{
+    auto* box = new QSpinBox(parent);
+    box->setObjectName(QLatin1String(name));
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    box->setMinimum(1);
+    box->setMaximum(9999);
+    box->setSingleStep(step);
+    box->setValue(value);
+    return box;
+}
+
+void setQuietly(QObject* editor, const std::function<void()>& set)
+{
+    const QSignalBlocker blocker(editor);
+    set();
+}
+
+template <typename Widget>
+Widget* makeWidget(QWidget* parent, const char* name)
+{
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+}  // namespace
+
+void FormPRMWidgets::setupUi(QWidget* form)
+{
+    if (form->objectName().isEmpty())
+        form->setObjectName(QStringLiteral("FormPRM"));
+    form->resize(190, 327);
+    verticalLayout = new QVBoxLayout(form);
+    verticalLayout->setObjectName(QStringLiteral("verticalLayout"));
+
+    widgetRobotSelect = makeWidget<QWidget>(form, "widgetRobotSelect");
+    horizontalLayout_3 = new QHBoxLayout(widgetRobotSelect);
+    horizontalLayout_3->setObjectName(QStringLiteral("horizontalLayout_3"));
+    horizontalLayout_3->setContentsMargins(0, 0, 0, 0);
+    lblRobot = makeWidget<QLabel>(widgetRobotSelect, "lblRobot");
+    horizontalLayout_3->addWidget(lblRobot);
+    btnSelectRobot = makeWidget<QPushButton>(widgetRobotSelect, "btnSelectRobot");
+    horizontalLayout_3->addWidget(btnSelectRobot);
+    verticalLayout->addWidget(widgetRobotSelect);
+
+    gridLayout = new QGridLayout();
+    gridLayout->setObjectName(QStringLiteral("gridLayout"));
+    label = makeWidget<QLabel>(form, "label");
+    gridLayout->addWidget(label, 0, 0);
+    spnSamples = makeSpinBox(form, "spnSamples", 3, 40);
+    gridLayout->addWidget(spnSamples, 0, 1);
+    label_2 = makeWidget<QLabel>(form, "label_2");
+    gridLayout->addWidget(label_2, 1, 0);
+    spnEdges = makeSpinBox(form, "spnEdges", 1, 10);
+    gridLayout->addWidget(spnEdges, 1, 1);
+    label_4 = makeWidget<QLabel>(form, "label_4");
+    gridLayout->addWidget(label_4, 2, 0);
+    spnStepDeg = makeWidget<QDoubleSpinBox>(form, "spnStepDeg");
+    spnStepDeg->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    spnStepDeg->setDecimals(1);
+    spnStepDeg->setMinimum(0.1);
+    spnStepDeg->setMaximum(10000.0);
+    spnStepDeg->setSingleStep(1.0);
+    spnStepDeg->setValue(5.0);
+    gridLayout->addWidget(spnStepDeg, 2, 1);
+    verticalLayout->addLayout(gridLayout);
+
+    btnMakeMap = makeWidget<QPushButton>(form, "btnMakeMap");
+    verticalLayout->addWidget(btnMakeMap);
+    btnAddNodes = makeWidget<QPushButton>(form, "btnAddNodes");
+    verticalLayout->addWidget(btnAddNodes);
+    lblInfo = makeWidget<QLabel>(form, "lblInfo");
+    verticalLayout->addWidget(lblInfo);
+
+    horizontalLayout = new QHBoxLayout();
+    horizontalLayout->setObjectName(QStringLiteral("horizontalLayout"));
+    btnShowSamples = makeWidget<QPushButton>(form, "btnShowSamples");
+    horizontalLayout->addWidget(btnShowSamples);
+    chkDisplayMap = makeWidget<QCheckBox>(form, "chkDisplayMap");
+    horizontalLayout->addWidget(chkDisplayMap);
+    verticalLayout->addLayout(horizontalLayout);
+
+    verticalLayout->addItem(new QSpacerItem(20, 20, QSizePolicy::Minimum, QSizePolicy::Fixed));
+
+    horizontalLayout_2 = new QHBoxLayout();
+    horizontalLayout_2->setObjectName(QStringLiteral("horizontalLayout_2"));
+    label_3 = makeWidget<QLabel>(form, "label_3");
+    horizontalLayout_2->addWidget(label_3);
+    spnEdgesStartEnd = makeSpinBox(form, "spnEdgesStartEnd", 1, 5);
+    horizontalLayout_2->addWidget(spnEdgesStartEnd);
+    verticalLayout->addLayout(horizontalLayout_2);
+
+    btnLinkTargets = makeWidget<QPushButton>(form, "btnLinkTargets");
+    verticalLayout->addWidget(btnLinkTargets);
+    verticalLayout->addItem(new QSpacerItem(20, 9, QSizePolicy::Minimum, QSizePolicy::MinimumExpanding));
+
+    retranslateUi(form);
+    QMetaObject::connectSlotsByName(form);
+}
+
+void FormPRMWidgets::retranslateUi(QWidget* form)
+{
+    form->setWindowTitle(formTr("Form"));
+    lblRobot->setText(formTr("Using Robot"));
+    btnSelectRobot->setText(formTr("Select Robot"));
+    label->setText(formTr("Number of samples"));
+    label_2->setText(formTr("Edges per sample"));
+    label_4->setText(formTr("Robot step (deg)"));
+    btnMakeMap->setText(formTr("Update Map"));
+    btnAddNodes->setText(formTr("Add selected targets"));
+    lblInfo->setText(formTr("Information:"));
+    btnShowSamples->setText(formTr("Display Samples"));
+    chkDisplayMap->setText(formTr("Display map"));
+    label_3->setText(formTr("New sample edges"));
+    btnLinkTargets->setText(formTr("Link selected targets/programs"));
+}
+
+FormPRM::FormPRM(PlannerSession* plugin_, QWidget* parent)
+    : QWidget(parent), ui(new FormPRMWidgets), plugin(plugin_), hostApi(plugin_->hostApi)
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowFlags(windowFlags() | Qt::Window);
+    plugin->selectRobot(true, QString());
+    UpdateForm();
+    // Queued: a refresh asked for during an operation runs once it has returned.
+    connect(plugin->sessionObject(), SIGNAL(UpdateForm()), this, SLOT(UpdateForm()), Qt::QueuedConnection);
+}
+
+FormPRM::~FormPRM()
+{
+    delete ui;
+}
+
+void FormPRM::UpdateForm()
+{
+    QList<Item> robots;
+    hostApi->getItemList(robots, ItemType::Robot);
+    if (robots.size() < 2) {
+        ui->widgetRobotSelect->hide();
+    } else {
+        ui->widgetRobotSelect->show();
+        ui->lblRobot->setText(formTr("Using robot: ") + plugin->robotName());
+    }
+
+    const int sampleCount = columns(plugin->samples);
+    const int edges = edgeCount(plugin->graph);
+    if (sampleCount != 0)
+        ui->lblInfo->setText(formTr("%1 samples and %2 edges").arg(sampleCount).arg(edges));
+    else
+        ui->lblInfo->setText(formTr("No samples. Select Update Map"));
+
+    // Editors are set with their signals blocked so that no setting is marked changed.
+    setQuietly(ui->spnSamples, [this] { ui->spnSamples->setValue(plugin->nSamples); });
+    setQuietly(ui->spnEdges, [this] { ui->spnEdges->setValue(plugin->nEdgesPerSample); });
+    // The host's step is what edge tests use, so that is what the editor shows.
+    QString hostStep;
+    hostApi->command(hostStep, QLatin1String(StepParameter), QString());
+    setQuietly(ui->spnStepDeg, [this, &hostStep] { ui->spnStepDeg->setValue(hostStep.toDouble()); });
+    setQuietly(ui->spnEdgesStartEnd, [this] { ui->spnEdgesStartEnd->setValue(plugin->nNewNodeEdges); });
+    setQuietly(ui->chkDisplayMap, [this] { ui->chkDisplayMap->setChecked(plugin->displaySamples); });
+
+    const bool hasSamples = sampleCount > 0;
+    ui->chkDisplayMap->setEnabled(hasSamples);
+    ui->btnShowSamples->setEnabled(hasSamples);
+    ui->btnAddNodes->setEnabled(hasSamples);
+}
+
+void FormPRM::on_btnSelectRobot_clicked()
+{
+    plugin->selectRobot(false, QString());
+    UpdateForm();
+}
+
+void FormPRM::on_btnMakeMap_clicked()
+{
+    CalculateMap(*plugin);
+}
+
+void FormPRM::on_btnLinkTargets_clicked()
+{
+    Join_Selection_Smart(*plugin, false);
+}
+
+void FormPRM::on_chkDisplayMap_clicked(bool checked)
+{
+    plugin->displaySamples = checked;
+    plugin->settingsChanged = true;
+    hostApi->update(1);
+}
+
+void FormPRM::on_spnSamples_valueChanged(int arg1)
+{
+    plugin->nSamples = arg1;
+    plugin->settingsChanged = true;
+}
+
+void FormPRM::on_spnEdges_valueChanged(int arg1)
+{
+    plugin->nEdgesPerSample = arg1;
+    plugin->settingsChanged = true;
+}
+
+void FormPRM::on_spnStepDeg_valueChanged(double arg1)
+{
+    plugin->robotStepDeg = arg1;
+    plugin->settingsChanged = true;
+    QString answer;
+    hostApi->command(answer, QLatin1String(StepParameter), QString::number(arg1, 'f', 5));
+}
+
+void FormPRM::on_spnEdgesStartEnd_valueChanged(int arg1)
+{
+    plugin->nNewNodeEdges = arg1;
+    plugin->settingsChanged = true;
+}
+
+void FormPRM::on_btnShowSamples_clicked()
+{
+    ShowSamples(*plugin);
+}
+
+void FormPRM::on_btnAddNodes_clicked()
+{
+    AddTargetsToMap(*plugin, false, false);
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QWidget>
+
+class HostApi;
+class PlannerSession;
+class QCheckBox;
+class QDoubleSpinBox;
+class QGridLayout;
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QSpinBox;
+class QVBoxLayout;
+
+// The widgets of the control form, in creation order.
+struct FormPRMWidgets {
+    QVBoxLayout* verticalLayout = nullptr;
+    QWidget* widgetRobotSelect = nullptr;
+    QHBoxLayout* horizontalLayout_3 = nullptr;
+    QLabel* lblRobot = nullptr;
+    QPushButton* btnSelectRobot = nullptr;
+    QGridLayout* gridLayout = nullptr;
+    QLabel* label = nullptr;
+    QSpinBox* spnSamples = nullptr;
+    QLabel* label_2 = nullptr;
+    QSpinBox* spnEdges = nullptr;
+    QLabel* label_4 = nullptr;
+    QDoubleSpinBox* spnStepDeg = nullptr;
+    QPushButton* btnMakeMap = nullptr;
+    QPushButton* btnAddNodes = nullptr;
+    QLabel* lblInfo = nullptr;
+    QHBoxLayout* horizontalLayout = nullptr;
+    QPushButton* btnShowSamples = nullptr;
+    QCheckBox* chkDisplayMap = nullptr;
+    QHBoxLayout* horizontalLayout_2 = nullptr;
+    QLabel* label_3 = nullptr;
+    QSpinBox* spnEdgesStartEnd = nullptr;
+    QPushButton* btnLinkTargets = nullptr;
+
+    void setupUi(QWidget* form);
+    void retranslateUi(QWidget* form);
+};
+
+// The planner's control panel: shows the robot and the map's size, edits the
+// map settings and starts the planner's operations. Every value comes from the
+// plug-in and every edit goes straight back to it.
+class FormPRM : public QWidget {
+    Q_OBJECT
+
+public:
+    FormPRM(PlannerSession* plugin, QWidget* parent);
+    ~FormPRM() override;
+
+    const FormPRMWidgets& widgets() const { return *ui; }
+
+public slots:
+    void UpdateForm();
+
+private slots:
+    void on_btnSelectRobot_clicked();
+    void on_btnMakeMap_clicked();
+    void on_btnLinkTargets_clicked();
+    void on_chkDisplayMap_clicked(bool checked);
+    void on_spnSamples_valueChanged(int arg1);
+    void on_spnEdges_valueChanged(int arg1);
+    void on_spnStepDeg_valueChanged(double arg1);
+    void on_spnEdgesStartEnd_valueChanged(int arg1);
+    void on_btnShowSamples_clicked();
+    void on_btnAddNodes_clicked();
+
+private:
+    FormPRMWidgets* ui;
+    PlannerSession* plugin;
+    HostApi* hostApi;
+};

@@ -1,0 +1,14 @@
+#include "show_samples.h"
+
+#include "planner_session.h"
+#include "vorlik/host_item.h"
+
+#include <QDebug>
+
+void ShowSamples(PlannerSession& session)
+{
+    if (!session.requireRobot(true))
+        return;
+    qDebug() << "Showing robot samples";
+    session.robot->showJointSequence(session.samples);
+}

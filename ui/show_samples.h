@@ -1,0 +1,6 @@
+#pragma once
+
+class PlannerSession;
+
+// Hands every sample of the map to the robot to show, one per column.
+void ShowSamples(PlannerSession& session);

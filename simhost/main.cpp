@@ -1,1 +1,81 @@
-int main() { return 0; }
+#include "host_run.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+bool wantsScript(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (std::strncmp(argv[i], "--script", 8) == 0)
+            return true;
+    }
+    return false;
+}
+
+bool sameFile(const QString& a, const QString& b)
+{
+    return !a.isEmpty() && !b.isEmpty() && QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
+}
+
+int usageError(const QString& message)
+{
+    std::fprintf(stderr, "vorlik-sim: %s\n", qUtf8Printable(message));
+    return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    // A scripted run shows nothing and needs no display.
+    if (wantsScript(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The host's options are read before Qt sees them: Qt would take "--plugin" for its own.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    int qtArgc = 1;
+    QApplication app(qtArgc, argv);
+    QApplication::setApplicationName(QStringLiteral("vorlik-sim"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("The simulated Vorlik host."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("station"), QStringLiteral("The station file to open."));
+    parser.addOption({QStringLiteral("script"), QStringLiteral("Run this scenario headless."), QStringLiteral("scenario")});
+    parser.addOption({QStringLiteral("transcript"), QStringLiteral("Write the transcript (JSON lines) here."),
+                      QStringLiteral("file")});
+    parser.addOption({QStringLiteral("plugin"), QStringLiteral("The plug-in file to load."), QStringLiteral("file")});
+    parser.addOption({QStringLiteral("save"), QStringLiteral("Save the station here after the run."),
+                      QStringLiteral("file")});
+    if (!parser.parse(arguments))
+        return usageError(parser.errorText());
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp(0);
+    if (parser.positionalArguments().size() != 1)
+        return usageError(QStringLiteral("give exactly one station file (see --help)"));
+
+    RunOptions options;
+    options.station = parser.positionalArguments().first();
+    options.script = parser.value(QStringLiteral("script"));
+    options.transcript = parser.value(QStringLiteral("transcript"));
+    options.save = parser.value(QStringLiteral("save"));
+    options.plugin = parser.isSet(QStringLiteral("plugin"))
+                         ? parser.value(QStringLiteral("plugin"))
+                         : QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("libzelvane.so"));
+    // Outputs never overwrite the files the run reads.
+    for (const QString& output : {options.transcript, options.save}) {
+        for (const QString& input : {options.station, options.script}) {
+            if (sameFile(output, input))
+                return usageError(QStringLiteral("%1: an output file cannot also be an input").arg(output));
+        }
+    }
+    return options.script.isEmpty() ? runWindow(options) : runScenario(options);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// What the command line asks of one run of the host.
+struct RunOptions {
+    QString station;     // the station file to open
+    QString script;      // a scenario to run headless; empty: show the window
+    QString transcript;  // JSON-lines transcript; empty: none
+    QString plugin;      // the plug-in file
+    QString save;        // where to save the station after a successful run; empty: nowhere
+};
+
+// Runs a scenario without showing anything; the process exit code.
+int runScenario(const RunOptions& options);
+
+// Shows the host window with the station and the plug-in until it is closed.
+int runWindow(const RunOptions& options);

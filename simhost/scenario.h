@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <vector>
+
+// The host's own set-up before the plug-in loads.
+struct HostSetup {
+    int utilitiesActions = 0;  // actions put into "menu-Utilities"; -1: no such menu
+    bool collisionMenu = true;  // whether "toolbar-CollisionMenu" exists
+};
+
+// One step of a scenario, checked for its shape; item names are looked up
+// only when the step runs, since the plug-in creates items as it goes.
+struct Step {
+    int number = 0;  // 1-based position in "steps"
+    QString kind;    // the step's key: "command", "event", "select", "invoke"...
+    QJsonObject object;
+};
+
+struct Scenario {
+    HostSetup host;
+    std::vector<Step> steps;
+};
+
+namespace scenario_file {
+
+// Reads and checks a scenario; false and a message naming the file and the problem.
+bool read(const QString& path, Scenario* scenario, QString* error);
+bool parse(const QByteArray& contents, Scenario* scenario, QString* problem);
+
+// Joint values of a step: 1 to 12 numbers.
+bool isJointArray(const QJsonValue& value);
+
+}  // namespace scenario_file

@@ -1,0 +1,251 @@
+#include "sim_item.h"
+
+#include "host_monitor.h"
+#include "station.h"
+
+#include "vorlik/item_types.h"
+
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace {
+
+JointVector jointVector(const std::vector<double>& values)
+{
+    return JointVector(values.data(), static_cast<int>(values.size()));
+}
+
+}  // namespace
+
+SimItem::SimItem(Station* station, int type, const QString& name, int id)
+    : station_(station), type_(type), name_(name), id_(id)
+{
+}
+
+QJsonArray SimItem::instructionsJson() const
+{
+    QJsonArray list;
+    for (const Instruction& instruction : instructions) {
+        if (instruction.target) {
+            // A move to a target that no longer exists cannot be written back.
+            if (instruction.target->deleted)
+                continue;
+            list.append(QJsonObject{{QStringLiteral("moveJoint"), instruction.target->itemName()},
+                                    {QStringLiteral("id"), instruction.target->id()}});
+        } else {
+            list.append(QJsonObject{{QStringLiteral("call"), instruction.call}});
+        }
+    }
+    return list;
+}
+
+int SimItem::type()
+{
+    hostCalled();
+    return type_;
+}
+
+void SimItem::deleteItem()
+{
+    hostCalled();
+    station_->remove(this);
+}
+
+HostItem* SimItem::parent()
+{
+    hostCalled();
+    return parentItem;
+}
+
+QString SimItem::name()
+{
+    hostCalled();
+    return name_;
+}
+
+void SimItem::setName(const QString& name)
+{
+    hostCalled();
+    name_ = name;
+}
+
+HostPose& SimItem::poseTool(HostPose& out)
+{
+    hostCalled();
+    out.setToIdentity();
+    return out;
+}
+
+HostPose& SimItem::poseAbs(HostPose& out)
+{
+    hostCalled();
+    out.setToIdentity();
+    return out;
+}
+
+void SimItem::setAsJointTarget()
+{
+    hostCalled();
+    if (type_ == ItemType::Target && robot)
+        jointValues = robot->jointValues;
+}
+
+JointVector& SimItem::joints(JointVector& out)
+{
+    hostCalled();
+    out = jointVector(jointValues);
+    return out;
+}
+
+HostItem* SimItem::getLink(int itemType)
+{
+    hostCalled();
+    if (itemType != ItemType::Robot)
+        return nullptr;
+    if (type_ == ItemType::Robot)
+        return carried ? carried : this;
+    if (type_ == ItemType::Target || type_ == ItemType::Program)
+        return robot;
+    return nullptr;
+}
+
+void SimItem::setJoints(const JointVector& joints)
+{
+    hostCalled();
+    if (type_ == ItemType::Robot) {
+        // A robot keeps its joint count; missing values keep their place.
+        const int count = std::min(joints.count(), jointCount());
+        jointValues.resize(static_cast<size_t>(jointCount()), 0.0);
+        std::copy(joints.values(), joints.values() + count, jointValues.begin());
+    } else if (type_ == ItemType::Target) {
+        jointValues.assign(joints.values(), joints.values() + joints.count());
+    }
+}
+
+void SimItem::jointLimits(JointVector& lowerOut, JointVector& upperOut)
+{
+    hostCalled();
+    lowerOut = JointVector();
+    upperOut = JointVector();
+    if (type_ == ItemType::Robot) {
+        lowerOut = jointVector(lower);
+        upperOut = jointVector(upper);
+    } else if (type_ == ItemType::Program) {
+        const Instruction* first = nullptr;
+        const Instruction* last = nullptr;
+        for (const Instruction& instruction : instructions) {
+            if (!instruction.target)
+                continue;
+            if (!first)
+                first = &instruction;
+            last = &instruction;
+        }
+        if (first) {
+            lowerOut = jointVector(first->target->jointValues);
+            upperOut = jointVector(last->target->jointValues);
+        }
+    }
+}
+
+HostPose& SimItem::solveFK(HostPose& out, const JointVector& joints, const HostPose& tool,
+                           HostItem* reference)
+{
+    hostCalled();
+    // A joint-space robot: its tool sits at its first three joint values.
+    HostPose reached;
+    reached.translate(joints.count() > 0 ? float(joints[0]) : 0.0f,
+                      joints.count() > 1 ? float(joints[1]) : 0.0f,
+                      joints.count() > 2 ? float(joints[2]) : 0.0f);
+    out = reached * tool;
+    return out;
+}
+
+void SimItem::addJointMove(HostItem* target)
+{
+    hostCalled();
+    if (type_ != ItemType::Program || !station_->knows(target))
+        return;
+    Instruction move;
+    move.target = static_cast<SimItem*>(target);
+    instructions.push_back(move);
+}
+
+int SimItem::testJointMove(const JointVector& from, const JointVector& to, double stepDeg)
+{
+    hostCalled();
+    if (station_->monitor)
+        station_->monitor->collisionTested();
+    if (type_ != ItemType::Robot)
+        return 0;
+    const double step = stepDeg > 0.0 ? stepDeg : station_->pathStepDeg();
+    return joint_oracle::testJointMove(boxes, jointCount(), from.values(), to.values(), step);
+}
+
+void SimItem::showJointSequence(const RoadmapMatrix* configurations)
+{
+    hostCalled();
+    int rows = 0;
+    int cols = 0;
+    if (configurations && configurations->extents && configurations->dimensionCount >= 2) {
+        rows = configurations->extents[0];
+        cols = configurations->extents[1];
+    }
+    record(QJsonObject{{QStringLiteral("type"), QStringLiteral("sequence")},
+                       {QStringLiteral("robot"), name_},
+                       {QStringLiteral("rows"), rows},
+                       {QStringLiteral("cols"), cols}});
+}
+
+void SimItem::finishProgram(const QString& text)
+{
+    hostCalled();
+    if (type_ != ItemType::Program)
+        return;
+    record(QJsonObject{{QStringLiteral("type"), QStringLiteral("program")},
+                       {QStringLiteral("name"), name_},
+                       {QStringLiteral("robot"), robot ? QJsonValue(robot->itemName()) : QJsonValue()},
+                       {QStringLiteral("instructions"), instructionsJson()}});
+}
+
+void SimItem::addProgramCall(const QString& programName, int option)
+{
+    hostCalled();
+    if (type_ != ItemType::Program)
+        return;
+    Instruction call;
+    call.call = programName;
+    instructions.push_back(call);
+}
+
+void SimItem::setProgramOptionB(bool on)
+{
+    hostCalled();
+    optionB = on;
+}
+
+void SimItem::setProgramOptionA(bool on)
+{
+    hostCalled();
+    optionA = on;
+}
+
+bool SimItem::jointsValid(const JointVector& joints)
+{
+    hostCalled();
+    if (type_ != ItemType::Robot)
+        return false;
+    return joint_oracle::withinLimits(lower, upper, joints.values(), joints.count());
+}
+
+void SimItem::hostCalled() const
+{
+    if (station_->monitor)
+        station_->monitor->hostCalled();
+}
+
+void SimItem::record(const QJsonObject& record) const
+{
+    if (station_->monitor)
+        station_->monitor->record(record);
+}

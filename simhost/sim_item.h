@@ -1,0 +1,85 @@
+#pragma once
+
+#include "joint_oracle.h"
+
+#include "vorlik/host_item.h"
+
+#include <QJsonArray>
+#include <QString>
+
+#include <vector>
+
+class Station;
+class SimItem;
+
+// Type code of a reference frame; robots, targets and programs use the SDK's codes.
+constexpr int FrameType = 3;
+
+// One program instruction: a joint move to a target, or a call of a program by name.
+struct Instruction {
+    SimItem* target = nullptr;
+    QString call;
+};
+
+// One item of the simulated station. Robots hold joints, limits and obstacle
+// boxes; targets hold joints and their robot; programs hold instructions.
+// Deleted items stay alive (marked deleted) so that handles remain safe to use.
+class SimItem final : public HostItem {
+public:
+    SimItem(Station* station, int type, const QString& name, int id);
+    virtual ~SimItem() = default;
+
+    Station* station() const { return station_; }
+    int itemType() const { return type_; }
+    int id() const { return id_; }
+    void setId(int id) { id_ = id; }
+    const QString& itemName() const { return name_; }
+    int jointCount() const { return static_cast<int>(lower.size()); }
+    // Instructions as the station file writes them: targets by name and id.
+    QJsonArray instructionsJson() const;
+
+    SimItem* parentItem = nullptr;
+    SimItem* robot = nullptr;    // a target's or program's robot
+    SimItem* carried = nullptr;  // the robot a mechanism (rail) carries
+    std::vector<double> jointValues;
+    std::vector<double> lower;
+    std::vector<double> upper;
+    std::vector<JointBox> boxes;
+    std::vector<Instruction> instructions;
+    bool optionA = false;
+    bool optionB = false;
+    bool deleted = false;
+
+    // HostItem
+    int type() override;
+    void deleteItem() override;
+    HostItem* parent() override;
+    QString name() override;
+    void setName(const QString& name) override;
+    HostPose& poseTool(HostPose& out) override;
+    HostPose& poseAbs(HostPose& out) override;
+    void setAsJointTarget() override;
+    JointVector& joints(JointVector& out) override;
+    HostItem* getLink(int itemType) override;
+    void setJoints(const JointVector& joints) override;
+    void jointLimits(JointVector& lowerOut, JointVector& upperOut) override;
+    HostPose& solveFK(HostPose& out, const JointVector& joints, const HostPose& tool,
+                      HostItem* reference) override;
+    void addJointMove(HostItem* target) override;
+    int testJointMove(const JointVector& from, const JointVector& to, double stepDeg) override;
+    void showJointSequence(const RoadmapMatrix* configurations) override;
+    void finishProgram(const QString& text) override;
+    void addProgramCall(const QString& programName, int option) override;
+    void setProgramOptionB(bool on) override;
+    void setProgramOptionA(bool on) override;
+    bool jointsValid(const JointVector& joints) override;
+
+private:
+    void hostCalled() const;
+    void record(const QJsonObject& record) const;
+
+    Station* station_;
+    int type_;
+    QString name_;
+    int id_;
+};

@@ -1,0 +1,114 @@
+#include "station.h"
+
+#include "vorlik/item_types.h"
+
+#include <algorithm>
+
+SimItem* Station::create(int type, const QString& name, int id)
+{
+    if (id <= 0)
+        id = nextId_;
+    nextId_ = std::max(nextId_, id + 1);
+    owned_.push_back(std::make_unique<SimItem>(this, type, name, id));
+    SimItem* item = owned_.back().get();
+    members_.insert(item);
+    list(type).push_back(item);
+    return item;
+}
+
+SimItem* Station::find(const QString& name, int type) const
+{
+    for (SimItem* item : items(type)) {
+        if (item->itemName() == name)
+            return item;
+    }
+    return nullptr;
+}
+
+SimItem* Station::findAny(const QString& name) const
+{
+    for (int type : {ItemType::Target, ItemType::Program, ItemType::Robot, FrameType}) {
+        if (SimItem* item = find(name, type))
+            return item;
+    }
+    return nullptr;
+}
+
+SimItem* Station::findId(int id) const
+{
+    for (const auto& item : owned_) {
+        if (item->id() == id && !item->deleted)
+            return item.get();
+    }
+    return nullptr;
+}
+
+const std::vector<SimItem*>& Station::items(int type) const
+{
+    return const_cast<Station*>(this)->list(type);
+}
+
+std::vector<SimItem*> Station::allItems() const
+{
+    std::vector<SimItem*> all;
+    for (int type : {FrameType, ItemType::Robot, ItemType::Target, ItemType::Program}) {
+        const auto& of = items(type);
+        all.insert(all.end(), of.begin(), of.end());
+    }
+    return all;
+}
+
+bool Station::holds(const HostItem* item) const
+{
+    return knows(item) && !static_cast<const SimItem*>(item)->deleted;
+}
+
+void Station::remove(SimItem* item)
+{
+    if (!holds(item))
+        return;
+    item->deleted = true;
+    auto& of = list(item->itemType());
+    of.erase(std::remove(of.begin(), of.end(), item), of.end());
+    selection.removeAll(item);
+}
+
+void Station::retire()
+{
+    for (const auto& item : owned_)
+        item->deleted = true;
+    frames_.clear();
+    robots_.clear();
+    targets_.clear();
+    programs_.clear();
+    others_.clear();
+    selection.clear();
+}
+
+double Station::pathStepDeg() const
+{
+    bool ok = false;
+    const double step = params.value(QStringLiteral("PathStepCollisionDeg")).toDouble(&ok);
+    return ok && step > 0.0 ? step : 4.0;
+}
+
+int Station::collisions() const
+{
+    int count = 0;
+    for (const SimItem* robot : robots_) {
+        if (static_cast<int>(robot->jointValues.size()) >= robot->jointCount())
+            count += joint_oracle::boxesHolding(robot->boxes, robot->jointValues.data());
+    }
+    return count;
+}
+
+std::vector<SimItem*>& Station::list(int type)
+{
+    switch (type) {
+    case FrameType: return frames_;
+    case ItemType::Robot: return robots_;
+    case ItemType::Target: return targets_;
+    case ItemType::Program: return programs_;
+    default: return others_;
+    }
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "sim_item.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <algorithm>
+#include <memory>
+#include <unordered_set>
+#include <vector>
+
+class HostMonitor;
+
+// The in-memory station: its items in station order (one list per type), its
+// host parameters, data parameters, selection and display mode. The station
+// owns every item it ever held; deleted ones stay alive but leave the lists.
+class Station {
+public:
+    Station() = default;
+    Station(const Station&) = delete;
+    Station& operator=(const Station&) = delete;
+
+    // Appends a new item of that type; an id <= 0 takes the next free one.
+    SimItem* create(int type, const QString& name, int id = 0);
+    // Keeps ids up to that one for explicit use: new items take higher ones.
+    void reserveIds(int id) { nextId_ = std::max(nextId_, id + 1); }
+
+    // The first item of that type and name in station order, or null.
+    SimItem* find(const QString& name, int type) const;
+    // The first item of that name, looked up as target, program, robot, frame.
+    SimItem* findAny(const QString& name) const;
+    // The live item with that id, or null.
+    SimItem* findId(int id) const;
+
+    const std::vector<SimItem*>& items(int type) const;
+    // Every live item: frames, robots, targets, programs.
+    std::vector<SimItem*> allItems() const;
+
+    // True while the item belongs to this station and was not deleted.
+    bool holds(const HostItem* item) const;
+    // True when the item is one of this station's, deleted or not.
+    bool knows(const HostItem* item) const { return item && members_.count(item); }
+    void remove(SimItem* item);
+    // Marks every item deleted, when another station takes this one's place.
+    void retire();
+
+    // The host parameter "PathStepCollisionDeg"; 4.0 when missing or not a number.
+    double pathStepDeg() const;
+    // Pairs (robot, box) whose box holds the robot's current joints.
+    int collisions() const;
+
+    QMap<QString, QString> params;
+    QMap<QString, QByteArray> data;
+    QList<SimItem*> selection;
+    int renderMode = 0;
+    HostMonitor* monitor = nullptr;
+
+private:
+    std::vector<SimItem*>& list(int type);
+
+    std::vector<std::unique_ptr<SimItem>> owned_;
+    std::unordered_set<const HostItem*> members_;
+    std::vector<SimItem*> frames_;
+    std::vector<SimItem*> robots_;
+    std::vector<SimItem*> targets_;
+    std::vector<SimItem*> programs_;
+    std::vector<SimItem*> others_;
+    int nextId_ = 1;
+};

@@ -1,0 +1,120 @@
+#include "station.h"
+#include "station_file.h"
+
+#include "vorlik/item_types.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+namespace {
+
+QJsonArray numbers(const std::vector<double>& values)
+{
+    QJsonArray array;
+    for (double value : values)
+        array.append(value);
+    return array;
+}
+
+// Writes a reference by name and id; a reference to an item that is gone is null.
+void putReference(QJsonObject& object, const QString& field, const SimItem* item)
+{
+    const bool live = item && !item->deleted;
+    object.insert(field, live ? QJsonValue(item->itemName()) : QJsonValue());
+    if (live)
+        object.insert(field + QStringLiteral("Id"), item->id());
+}
+
+QJsonObject itemHead(const SimItem* item)
+{
+    return QJsonObject{{QStringLiteral("id"), item->id()}, {QStringLiteral("name"), item->itemName()}};
+}
+
+QJsonObject robotJson(const SimItem* robot)
+{
+    QJsonObject object = itemHead(robot);
+    putReference(object, QStringLiteral("parent"), robot->parentItem);
+    object.insert(QStringLiteral("lower"), numbers(robot->lower));
+    object.insert(QStringLiteral("upper"), numbers(robot->upper));
+    object.insert(QStringLiteral("joints"), numbers(robot->jointValues));
+    QJsonArray boxes;
+    for (const JointBox& box : robot->boxes)
+        boxes.append(QJsonObject{{QStringLiteral("lower"), numbers(box.lower)},
+                                 {QStringLiteral("upper"), numbers(box.upper)}});
+    object.insert(QStringLiteral("jointBoxes"), boxes);
+    putReference(object, QStringLiteral("carries"), robot->carried);
+    return object;
+}
+
+QJsonObject targetJson(const SimItem* target)
+{
+    QJsonObject object = itemHead(target);
+    putReference(object, QStringLiteral("robot"), target->robot);
+    putReference(object, QStringLiteral("parent"), target->parentItem);
+    object.insert(QStringLiteral("joints"), numbers(target->jointValues));
+    return object;
+}
+
+QJsonObject programJson(const SimItem* program)
+{
+    QJsonObject object = itemHead(program);
+    putReference(object, QStringLiteral("robot"), program->robot);
+    object.insert(QStringLiteral("instructions"), program->instructionsJson());
+    if (program->optionA)
+        object.insert(QStringLiteral("optionA"), true);
+    if (program->optionB)
+        object.insert(QStringLiteral("optionB"), true);
+    return object;
+}
+
+}  // namespace
+
+namespace station_file {
+
+QJsonObject toJson(const Station& station)
+{
+    QJsonObject params;
+    for (auto it = station.params.begin(); it != station.params.end(); ++it)
+        params.insert(it.key(), it.value());
+    QJsonObject data;
+    for (auto it = station.data.begin(); it != station.data.end(); ++it)
+        data.insert(it.key(), QString::fromLatin1(it.value().toBase64()));
+
+    QJsonArray frames;
+    for (const SimItem* frame : station.items(FrameType)) {
+        QJsonObject object = itemHead(frame);
+        putReference(object, QStringLiteral("parent"), frame->parentItem);
+        frames.append(object);
+    }
+    QJsonArray robots;
+    for (const SimItem* robot : station.items(ItemType::Robot))
+        robots.append(robotJson(robot));
+    QJsonArray targets;
+    for (const SimItem* target : station.items(ItemType::Target))
+        targets.append(targetJson(target));
+    QJsonArray programs;
+    for (const SimItem* program : station.items(ItemType::Program))
+        programs.append(programJson(program));
+
+    return QJsonObject{{QStringLiteral("params"), params},   {QStringLiteral("data"), data},
+                       {QStringLiteral("frames"), frames},   {QStringLiteral("robots"), robots},
+                       {QStringLiteral("targets"), targets}, {QStringLiteral("programs"), programs}};
+}
+
+bool write(const Station& station, const QString& path, QString* error)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        *error = QStringLiteral("%1: cannot write the station: %2").arg(path, file.errorString());
+        return false;
+    }
+    file.write(QJsonDocument(toJson(station)).toJson(QJsonDocument::Indented));
+    if (!file.commit()) {
+        *error = QStringLiteral("%1: cannot write the station: %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+}  // namespace station_file

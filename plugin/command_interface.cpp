@@ -20,8 +20,8 @@ bool startsWith(const QString& command, const char* keyword)
 
 QString PluginAutoPRM::pluginCommand(const QString& command, const QString& value)
 {
-    qDebug() << "Received command: " << command;
-    qDebug() << "    With value: " << value;
+    qDebug().noquote().nospace() << "Received command: " << command;
+    qDebug().noquote().nospace() << "    With value: " << value;
     if (!robot)
         selectRobot(true, QString());
 

@@ -25,13 +25,13 @@ void writeMatrix(QDataStream& stream, const RoadmapMatrix* matrix)
 void readMatrix(QDataStream& stream, RoadmapMatrix** handle)
 {
     if (stream.atEnd()) {
-        qDebug() << "No data to read";
+        qDebug().noquote().nospace() << "No data to read";
         return;
     }
     destroyMatrix(handle);
     qint32 dimensions = 0;
     stream >> dimensions;
-    qDebug() << "Loading matrix of dimensions: " << dimensions;
+    qDebug().noquote().nospace() << "Loading matrix of dimensions: " << dimensions;
     createMatrix(handle, dimensions);
     RoadmapMatrix* matrix = *handle;
     for (int i = 0; i < dimensions; ++i) {
@@ -43,7 +43,7 @@ void readMatrix(QDataStream& stream, RoadmapMatrix** handle)
     for (int i = 0; i < dimensions; ++i)
         product *= qMax<qint64>(matrix->extents[i], 0);
     if (product > MaxReadableElements) {
-        qDebug() << "Matrix too large to read: " << product << " elements";
+        qDebug().noquote().nospace() << "Matrix too large to read: " << product << " elements";
         for (int i = 0; i < dimensions; ++i)
             matrix->extents[i] = 0;
         return;

@@ -80,9 +80,9 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
     mainWindow = mainWindow_;
     statusBar = statusBar_;
 
-    qDebug() << "Loading plugin " << pluginName();
-    qDebug() << "Using settings: " << settings;
-    qDebug() << "Setting up the status bar";
+    qDebug().noquote().nospace() << "Loading plugin " << pluginName();
+    qDebug().noquote().nospace() << "Using settings: " << settings;
+    qDebug().noquote().nospace() << "Setting up the status bar";
     if (statusBar)
         statusBar->showMessage(planTr("Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
 
@@ -106,7 +106,7 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
     menu->setIcon(QIcon(MapIcon));
     placeMenu(menuBar);
 
-    qDebug() << "Setting up the menu bar";
+    qDebug().noquote().nospace() << "Setting up the menu bar";
     menu->addAction(actionMap);
     menu->addAction(actionLinkSelection);
 
@@ -122,16 +122,16 @@ void PluginAutoPRM::placeMenu(QMenuBar* menuBar)
     if (utilities) {
         const QList<QAction*> actions = utilities->actions();
         if (actions.size() <= UtilitiesMenuLimit) {
-            qDebug() << "Inserting menu at the end of the utilities menu";
+            qDebug().noquote().nospace() << "Inserting menu at the end of the utilities menu";
             utilities->addSeparator();
             utilities->addMenu(menu);
         } else {
-            qDebug() << "Inserting menu at location " << UtilitiesMenuLimit;
+            qDebug().noquote().nospace() << "Inserting menu at location " << UtilitiesMenuLimit;
             utilities->insertMenu(actions.at(UtilitiesMenuLimit), menu);
         }
         return;
     }
-    qDebug() << "Adding menu in the main menu";
+    qDebug().noquote().nospace() << "Adding menu in the main menu";
     if (menuBar)
         menuBar->addMenu(menu);
 }
@@ -153,7 +153,7 @@ void PluginAutoPRM::pluginLoadToolbar(QMainWindow* window, int iconSize)
 
 void PluginAutoPRM::pluginUnload()
 {
-    qDebug() << "Unloading plugin " << pluginName();
+    qDebug().noquote().nospace() << "Unloading plugin " << pluginName();
     destroyLater(menu);
     menu = nullptr;
     destroyLater(toolbar);

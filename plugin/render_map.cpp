@@ -39,7 +39,7 @@ void PluginAutoPRM::RenderMap()
     HostPose base;
     robot->poseAbs(base);
     if (HostItem* rail = carryingMechanism(robot)) {
-        qDebug() << "Rail found: " << rail->name();
+        qDebug().noquote().nospace() << "Rail found: " << rail->name();
         rail->poseAbs(base);
     }
 

@@ -23,14 +23,14 @@ bool PluginAutoPRM::loadSettings()
     if (bytes.isEmpty())
         return false;
 
-    qDebug() << "Loading PRM plugin settings...";
+    qDebug().noquote().nospace() << "Loading PRM plugin settings...";
     QDataStream stream(bytes);
     qint32 samplesSetting = 0;
     stream >> samplesSetting;
     nSamples = samplesSetting;
     if (nSamples < 0) {
         // A negative sample count marks a record written by a later version.
-        qDebug() << "Warning: Settings not loaded. Future version?";
+        qDebug().noquote().nospace() << "Warning: Settings not loaded. Future version?";
         nSamples = 100;
         return false;
     }
@@ -51,7 +51,7 @@ bool PluginAutoPRM::loadSettings()
         robot = robots.isEmpty() ? nullptr : robots.first();
     }
     emit UpdateForm();
-    qDebug() << "Done";
+    qDebug().noquote().nospace() << "Done";
     return true;
 }
 
@@ -59,7 +59,7 @@ void PluginAutoPRM::saveSettings()
 {
     if (!settingsChanged)
         return;
-    qDebug() << "Saving PRM plugin settings...";
+    qDebug().noquote().nospace() << "Saving PRM plugin settings...";
     QByteArray bytes;
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);
@@ -69,7 +69,7 @@ void PluginAutoPRM::saveSettings()
     hostApi->setDataParam(pluginName(), bytes);
     saveRobotMap();
     settingsChanged = false;
-    qDebug() << "Done";
+    qDebug().noquote().nospace() << "Done";
 }
 
 void PluginAutoPRM::loadRobotMap()
@@ -83,7 +83,7 @@ void PluginAutoPRM::loadRobotMap()
     }
     const QByteArray bytes = hostApi->getDataParam(robotMapKey(pluginName(), robot->name()));
     if (!bytes.isEmpty()) {
-        qDebug() << "Loading robot settings...";
+        qDebug().noquote().nospace() << "Loading robot settings...";
         QDataStream stream(bytes);
         readMatrix(stream, &samples);
         readMatrix(stream, &graph);
@@ -96,7 +96,7 @@ void PluginAutoPRM::saveRobotMap()
 {
     if (!requireRobot(true))
         return;
-    qDebug() << "Saving robot settings...";
+    qDebug().noquote().nospace() << "Saving robot settings...";
     QByteArray bytes;
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);

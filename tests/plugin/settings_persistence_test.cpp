@@ -1,0 +1,286 @@
+// Settings and maps stored in the station's data parameters, byte by byte.
+#include "plugin_fixture.h"
+
+#include "log_capture.h"
+#include "matrix_io.h"
+#include "roadmap_matrix.h"
+
+#include <QDataStream>
+#include <QTextStream>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace {
+
+qint32 int32At(const QByteArray& bytes, int offset)
+{
+    return qFromBigEndian<qint32>(reinterpret_cast<const uchar*>(bytes.constData() + offset));
+}
+
+double float64At(const QByteArray& bytes, int offset)
+{
+    const quint64 bits = qFromBigEndian<quint64>(reinterpret_cast<const uchar*>(bytes.constData() + offset));
+    double value = 0.0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+QString utf16At(const QByteArray& bytes, int offset, int byteLength)
+{
+    QString text;
+    for (int i = 0; i < byteLength; i += 2)
+        text += QChar(ushort((uchar(bytes[offset + i]) << 8) | uchar(bytes[offset + i + 1])));
+    return text;
+}
+
+void fill(RoadmapMatrix* matrix, int rowCount, int columnCount, double seed)
+{
+    setSize(matrix, rowCount, columnCount);
+    for (int i = 0; i < rowCount * columnCount; ++i)
+        matrix->values[i] = seed + i * 0.25 - (i % 7) * 3.5;
+}
+
+QByteArray matrixBytes(const RoadmapMatrix* matrix)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    writeMatrix(stream, matrix);
+    return bytes;
+}
+
+class Persistence : public LoadedPlugin {
+protected:
+    void SetUp() override { load(); }
+};
+
+TEST_F(Persistence, WithoutStoredSettingsLoadingFailsAndDefaultsStay)
+{
+    EXPECT_FALSE(plugin->loadSettings());
+    EXPECT_EQ(plugin->nSamples, 100);
+    EXPECT_EQ(plugin->nEdgesPerSample, 25);
+    EXPECT_EQ(plugin->robotStepDeg, 4.0);
+    EXPECT_EQ(plugin->nNewNodeEdges, 5);
+    EXPECT_FALSE(plugin->displaySamples);
+}
+
+TEST_F(Persistence, RecordOfAFutureVersionIsIgnoredButForTheSampleCount)
+{
+    FakeRobot* robot = addRobot("Arm1");
+    plugin->robot = robot;
+    plugin->nEdgesPerSample = 12;
+    plugin->nSamples = 40;
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(-1) << qint32(3) << 2.0 << qint32(1) << true << QString("Other");
+    }
+    host.dataParams["Zelvane"] = bytes;
+    LogCapture log;
+    EXPECT_FALSE(plugin->loadSettings());
+    EXPECT_TRUE(log.messages().contains("Warning: Settings not loaded. Future version?"));
+    EXPECT_EQ(plugin->nSamples, 100);
+    EXPECT_EQ(plugin->nEdgesPerSample, 12);
+    EXPECT_EQ(plugin->robot, robot);
+}
+
+TEST_F(Persistence, SettingsRecordDecodesFieldByField)
+{
+    FakeRobot* robot = addRobot("Arm1");
+    plugin->robot = robot;
+    plugin->nSamples = 250;
+    plugin->nEdgesPerSample = 17;
+    plugin->robotStepDeg = 2.5;
+    plugin->nNewNodeEdges = 6;
+    plugin->displaySamples = true;
+    plugin->settingsChanged = true;
+    plugin->saveSettings();
+
+    const QByteArray bytes = host.dataParams.value("Zelvane");
+    ASSERT_EQ(bytes.size(), 4 + 4 + 8 + 4 + 1 + 4 + 8);
+    EXPECT_EQ(int32At(bytes, 0), 250);
+    EXPECT_EQ(int32At(bytes, 4), 17);
+    EXPECT_EQ(float64At(bytes, 8), 2.5);
+    EXPECT_EQ(int32At(bytes, 16), 6);
+    EXPECT_EQ(bytes[20], char(1));
+    EXPECT_EQ(int32At(bytes, 21), 8);
+    EXPECT_EQ(utf16At(bytes, 25, 8), "Arm1");
+    EXPECT_FALSE(plugin->settingsChanged);
+}
+
+TEST_F(Persistence, MapRecordDecodesMatrixByMatrix)
+{
+    FakeRobot* robot = addRobot("Arm1");
+    plugin->robot = robot;
+    fill(plugin->samples, 2, 3, 1.0);
+    fill(plugin->graph, 3, 3, 0.0);
+    setSize(plugin->route, 0, 0);
+    plugin->settingsChanged = true;
+    plugin->saveSettings();
+
+    const QByteArray bytes = host.dataParams.value("Zelvane-Rob Arm1");
+    ASSERT_EQ(bytes.size(), (12 + 6 * 8) + (12 + 9 * 8) + 12);
+    int offset = 0;
+    for (const RoadmapMatrix* matrix : {plugin->samples, plugin->graph}) {
+        EXPECT_EQ(int32At(bytes, offset), 2);
+        EXPECT_EQ(int32At(bytes, offset + 4), rows(matrix));
+        EXPECT_EQ(int32At(bytes, offset + 8), columns(matrix));
+        offset += 12;
+        for (int i = 0; i < elementCount(matrix); ++i, offset += 8)
+            EXPECT_EQ(float64At(bytes, offset), matrix->values[i]) << "element " << i;
+    }
+    EXPECT_EQ(bytes.mid(offset), QByteArray::fromHex("000000020000000000000000"));
+}
+
+TEST_F(Persistence, EmptyMatrixIsTwelveBytes)
+{
+    ScopedMatrix empty = makeScopedMatrix();
+    EXPECT_EQ(matrixBytes(empty.get()), QByteArray::fromHex("000000020000000000000000"));
+}
+
+TEST_F(Persistence, SavingWithoutRobotWritesEmptyNameAndNoMap)
+{
+    plugin->settingsChanged = true;
+    plugin->saveSettings();
+    const QByteArray bytes = host.dataParams.value("Zelvane");
+    ASSERT_EQ(bytes.size(), 25);
+    EXPECT_EQ(int32At(bytes, 21), 0);
+    EXPECT_EQ(host.dataParams.size(), 1);
+    EXPECT_TRUE(hasMessage("Invalid robot: add a robot or load a project", false));
+}
+
+TEST_F(Persistence, SavingTwiceWritesOnce)
+{
+    plugin->robot = addRobot("Arm1");
+    plugin->settingsChanged = true;
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.size(), 2);
+    host.dataParams.clear();
+    plugin->saveSettings();
+    EXPECT_TRUE(host.dataParams.isEmpty());
+}
+
+TEST_F(Persistence, EmptyRobotRecordLeavesMapEmptyAndLogsNothing)
+{
+    plugin->robot = addRobot("Arm1");
+    fill(plugin->samples, 3, 4, 2.0);
+    host.dataParams["Zelvane-Rob Arm1"] = QByteArray();
+    LogCapture log;
+    plugin->loadRobotMap();
+    EXPECT_EQ(columns(plugin->samples), 0);
+    EXPECT_EQ(columns(plugin->graph), 0);
+    EXPECT_TRUE(log.messages().isEmpty()) << log.messages().join("|").toStdString();
+}
+
+TEST_F(Persistence, RecordWithSamplesOnlyLeavesGraphAndRouteEmpty)
+{
+    plugin->robot = addRobot("Arm1");
+    ScopedMatrix stored = makeScopedMatrix();
+    fill(stored.get(), 3, 5, 1.0);
+    host.dataParams["Zelvane-Rob Arm1"] = matrixBytes(stored.get());
+    LogCapture log;
+    plugin->loadRobotMap();
+    EXPECT_EQ(rows(plugin->samples), 3);
+    EXPECT_EQ(columns(plugin->samples), 5);
+    EXPECT_EQ(rows(plugin->graph), 0);
+    EXPECT_EQ(columns(plugin->graph), 0);
+    EXPECT_EQ(rows(plugin->route), 0);
+    EXPECT_EQ(columns(plugin->route), 0);
+    EXPECT_EQ(log.messages().count("No data to read"), 2);
+}
+
+TEST_F(Persistence, LargeMapRoundTripsElementByElement)
+{
+    FakeRobot* robot = addRobot("Arm1", 6);
+    plugin->robot = robot;
+    fill(plugin->samples, 6, 250, 3.0);
+    fill(plugin->graph, 250, 250, 0.5);
+    fill(plugin->route, 1, 12, 7.0);
+    ScopedMatrix samples = makeScopedMatrix();
+    ScopedMatrix graph = makeScopedMatrix();
+    ScopedMatrix route = makeScopedMatrix();
+    copyMatrix(plugin->samples, samples.get());
+    copyMatrix(plugin->graph, graph.get());
+    copyMatrix(plugin->route, route.get());
+
+    plugin->settingsChanged = true;
+    plugin->saveSettings();
+    setSize(plugin->samples, 0, 0);
+    plugin->robot = nullptr;
+    ASSERT_TRUE(plugin->loadSettings());
+    EXPECT_EQ(plugin->robot, robot);
+    for (const auto& [loaded, saved] : {std::pair{plugin->samples, samples.get()}, std::pair{plugin->graph, graph.get()},
+                                        std::pair{plugin->route, route.get()}}) {
+        ASSERT_EQ(rows(loaded), rows(saved));
+        ASSERT_EQ(columns(loaded), columns(saved));
+        for (int i = 0; i < elementCount(saved); ++i)
+            ASSERT_EQ(loaded->values[i], saved->values[i]) << "element " << i;
+    }
+}
+
+TEST_F(Persistence, StoredRobotThatIsGoneFallsBackToTheFirstWithoutLoadingItsMap)
+{
+    FakeRobot* first = addRobot("Arm1");
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(60) << qint32(8) << 3.0 << qint32(4) << false << QString("Gone");
+    }
+    host.dataParams["Zelvane"] = bytes;
+    fill(plugin->samples, 3, 2, 1.0);
+    EXPECT_TRUE(plugin->loadSettings());
+    EXPECT_EQ(plugin->robot, first);
+    EXPECT_EQ(plugin->nSamples, 60);
+    EXPECT_EQ(plugin->nEdgesPerSample, 8);
+    EXPECT_EQ(plugin->robotStepDeg, 3.0);
+    EXPECT_EQ(plugin->nNewNodeEdges, 4);
+    EXPECT_EQ(columns(plugin->samples), 2);  // the map held is kept
+}
+
+TEST_F(Persistence, SwitchingRobotsKeepsOneMapPerRobot)
+{
+    addRobot("Arm1");
+    addRobot("Arm2");
+    ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));
+    fill(plugin->samples, 3, 4, 1.0);
+    plugin->settingsChanged = true;
+    ASSERT_TRUE(plugin->selectRobot(true, "Arm2"));
+    EXPECT_EQ(columns(plugin->samples), 0);
+    fill(plugin->samples, 3, 7, 2.0);
+    plugin->settingsChanged = true;
+    ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));
+    EXPECT_EQ(columns(plugin->samples), 4);
+    EXPECT_EQ(plugin->samples->values[0], 1.0);
+    ASSERT_TRUE(plugin->selectRobot(true, "Arm2"));
+    EXPECT_EQ(columns(plugin->samples), 7);
+    EXPECT_EQ(plugin->samples->values[0], 2.0);
+}
+
+TEST(MatrixText, CommaAndBracketForms)
+{
+    ScopedMatrix matrix = makeScopedMatrix();
+    setSize(matrix.get(), 2, 2);
+    matrix->values[0] = 1.0;
+    matrix->values[1] = -2.5;
+    matrix->values[2] = 0.0;
+    matrix->values[3] = 1.0 / 3.0;
+    QString comma;
+    QTextStream commaStream(&comma);
+    writeMatrixText(commaStream, matrix.get(), true);
+    commaStream.flush();
+    EXPECT_EQ(comma, "1.00000000, -2.50000000, \n0.00000000, 0.33333333, \n");
+    QString bracket;
+    QTextStream bracketStream(&bracket);
+    writeMatrixText(bracketStream, matrix.get(), false);
+    bracketStream.flush();
+    EXPECT_EQ(bracket, "[1.00000000 -2.50000000 ];\n[0.00000000 0.33333333 ];\n");
+
+    setSize(matrix.get(), 3, 0);
+    QString empty;
+    QTextStream emptyStream(&empty);
+    writeMatrixText(emptyStream, matrix.get(), true);
+    emptyStream.flush();
+    EXPECT_TRUE(empty.isEmpty());
+}
+
+}  // namespace

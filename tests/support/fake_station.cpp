@@ -197,6 +197,20 @@ void FakeStation::setRenderMode(int mode)
     FakeHost::setRenderMode(mode);
 }
 
+int FakeStation::collisions()
+{
+    int pairs = FakeHost::collisions();
+    for (const auto& item : ownItems_) {
+        auto* robotItem = dynamic_cast<FakeRobot*>(item.get());
+        if (!robotItem || robotItem->deleted)
+            continue;
+        for (const JointBox& box : robotItem->boxes)
+            if (box.holds(robotItem->currentJoints().values(), robotItem->jointCount()))
+                ++pairs;
+    }
+    return pairs;
+}
+
 QStringList FakeStation::messageTexts() const
 {
     QStringList texts;

@@ -64,6 +64,7 @@ public:
     HostItem* addProgram(const QString& name, HostItem* robot) override;
     void update(int flags) override;
     void setRenderMode(int mode) override;
+    int collisions() override;
 
     // Live items of one type, FakeHost's first, then this station's.
     QList<HostItem*> itemsOfType(int itemType);

@@ -1,5 +1,7 @@
 #include "fake_station.h"
 
+#include <algorithm>
+
 namespace {
 QString onOff(bool on)
 {
@@ -199,14 +201,15 @@ void FakeStation::setRenderMode(int mode)
 
 int FakeStation::collisions()
 {
+    // FakeHost counts the test and its own robots; the robots made here are added.
     int pairs = FakeHost::collisions();
     for (const auto& item : ownItems_) {
-        auto* robotItem = dynamic_cast<FakeRobot*>(item.get());
-        if (!robotItem || robotItem->deleted)
-            continue;
-        for (const JointBox& box : robotItem->boxes)
-            if (box.holds(robotItem->currentJoints().values(), robotItem->jointCount()))
-                ++pairs;
+        const auto* robotItem = dynamic_cast<const FakeRobot*>(item.get());
+        if (robotItem && !robotItem->deleted) {
+            const double* q = robotItem->currentJoints().values();
+            pairs += static_cast<int>(std::count_if(robotItem->boxes.begin(), robotItem->boxes.end(),
+                                                    [&](const JointBox& box) { return box.holds(q, robotItem->jointCount()); }));
+        }
     }
     return pairs;
 }

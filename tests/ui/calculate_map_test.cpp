@@ -4,6 +4,8 @@
 #include "question_answerer.h"
 #include "ui_test.h"
 
+#include <memory>
+
 namespace {
 const char* const ReplaceQuestion =
     "Operation cancelled:<br>Do you want to replace the previous map even if the operation didn't complete?";
@@ -23,6 +25,18 @@ protected:
 
     // A stored map of two samples, far from anything drawn later.
     void setPreviousMap() { setMap({{-300, -300}, {-290, -300}}, {{1, 2}}); }
+
+    // Runs a computation that is cancelled while sample 4 tests its edges,
+    // and answers the question, if one comes, with `answer`. Collision tests
+    // 1, 2, 4 and 7 search samples 1 to 4, the others test edges; the cancel
+    // at the 8th is seen before the next edge.
+    std::unique_ptr<QuestionAnswerer> calculateCancelledLate(QMessageBox::StandardButton answer)
+    {
+        cancelAtCollisionTest(station.collisionTests + 8);
+        auto answerer = std::make_unique<QuestionAnswerer>(answer);
+        CalculateMap(session);
+        return answerer;
+    }
 };
 
 TEST_F(CalculateMapTest, WithoutRobotOnlyThePopUpIsShown)
@@ -151,13 +165,9 @@ TEST_F(CalculateMapTest, CancelBeforeTheFirstSampleKeepsThePreviousMap)
 
 TEST_F(CalculateMapTest, CancelWithoutPreviousMapKeepsThePartialOneWithoutAsking)
 {
-    // Tests 1, 2, 4, 7 search samples 0 to 3; 3, 5, 6, 8... test edges. The
-    // cancel at test 8 is seen before the next edge of sample 3.
-    cancelAtCollisionTest(8);
-    QuestionAnswerer answerer(QMessageBox::No);
-    CalculateMap(session);
+    const auto answerer = calculateCancelledLate(QMessageBox::No);
 
-    EXPECT_FALSE(answerer.asked);
+    EXPECT_FALSE(answerer->asked);
     EXPECT_EQ(columns(session.samples), 4);
     EXPECT_EQ(rows(session.graph), 4);
     EXPECT_EQ(columns(session.graph), 4);
@@ -169,14 +179,12 @@ TEST_F(CalculateMapTest, CancelWithoutPreviousMapKeepsThePartialOneWithoutAsking
 TEST_F(CalculateMapTest, CancelWithPreviousMapAsksAndNoKeepsIt)
 {
     setPreviousMap();
-    cancelAtCollisionTest(8);
-    QuestionAnswerer answerer(QMessageBox::No);
-    CalculateMap(session);
+    const auto answerer = calculateCancelledLate(QMessageBox::No);
 
-    ASSERT_TRUE(answerer.asked);
-    EXPECT_EQ(answerer.title, "Replace map");
-    EXPECT_EQ(answerer.text, ReplaceQuestion);
-    EXPECT_EQ(answerer.buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    ASSERT_TRUE(answerer->asked);
+    EXPECT_EQ(answerer->title, "Replace map");
+    EXPECT_EQ(answerer->text, ReplaceQuestion);
+    EXPECT_EQ(answerer->buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     EXPECT_EQ(columns(session.samples), 2);
     EXPECT_EQ(sample(1), (Joints{-300, -300}));
     EXPECT_EQ(columns(session.workSamples), 4);
@@ -189,11 +197,9 @@ TEST_F(CalculateMapTest, CancelWithPreviousMapAsksAndNoKeepsIt)
 TEST_F(CalculateMapTest, CancelWithPreviousMapAndYesReplacesWithoutShowing)
 {
     setPreviousMap();
-    cancelAtCollisionTest(8);
-    QuestionAnswerer answerer(QMessageBox::Yes);
-    CalculateMap(session);
+    const auto answerer = calculateCancelledLate(QMessageBox::Yes);
 
-    ASSERT_TRUE(answerer.asked);
+    ASSERT_TRUE(answerer->asked);
     EXPECT_EQ(columns(session.samples), 4);
     EXPECT_EQ(rows(session.graph), 4);
     EXPECT_EQ(sample(1), (Joints{at(session.workSamples, 0, 0), at(session.workSamples, 1, 0)}));
@@ -204,10 +210,8 @@ TEST_F(CalculateMapTest, CancelOrClosingTheQuestionKeepsThePreviousMap)
 {
     for (QMessageBox::StandardButton answer : {QMessageBox::Cancel, QMessageBox::NoButton}) {
         setPreviousMap();
-        cancelAtCollisionTest(station.collisionTests + 8);
-        QuestionAnswerer answerer(answer);
-        CalculateMap(session);
-        ASSERT_TRUE(answerer.asked);
+        const auto answerer = calculateCancelledLate(answer);
+        ASSERT_TRUE(answerer->asked);
         EXPECT_EQ(columns(session.samples), 2) << "answer " << answer;
         EXPECT_EQ(sample(1), (Joints{-300, -300}));
     }
@@ -216,9 +220,7 @@ TEST_F(CalculateMapTest, CancelOrClosingTheQuestionKeepsThePreviousMap)
 TEST_F(CalculateMapTest, TheQuestionHasNoDefaultButton)
 {
     setPreviousMap();
-    cancelAtCollisionTest(8);
-    QuestionAnswerer answerer(QMessageBox::No);
-    CalculateMap(session);
-    ASSERT_TRUE(answerer.asked);
-    EXPECT_EQ(answerer.defaultButton, nullptr);
+    const auto answerer = calculateCancelledLate(QMessageBox::No);
+    ASSERT_TRUE(answerer->asked);
+    EXPECT_EQ(answerer->defaultButton, nullptr);
 }

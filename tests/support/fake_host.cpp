@@ -153,6 +153,7 @@ int FakeRobot::testJointMove(const JointVector& from, const JointVector& to, dou
 {
     ++jointMoveTests;
     lastStep.push_back(stepDeg);
+    moves.emplace_back(from, to);
     host_->countCollisionTest();
     const double step = stepDeg <= 0 ? host_->collisionStep() : stepDeg;
     return moveCollides(from.values(), to.values(), step) ? blockedAnswer : 0;

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class FakeHost;
@@ -100,6 +101,7 @@ public:
     int jointMoveTests = 0;
     int validityChecks = 0;
     std::vector<double> lastStep;  // step argument of every testJointMove
+    std::vector<std::pair<JointVector, JointVector>> moves;  // from, to of every testJointMove
 
 private:
     std::vector<double> lower_;

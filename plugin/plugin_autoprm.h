@@ -18,7 +18,7 @@ class FormPRM;
 // owns the menu, toolbar, dock, settings, chosen robot and roadmap.
 class PluginAutoPRM : public QObject, public IAppVorlik, public PlannerSession {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "Vorlik.IAppVorlik" FILE "plugin_metadata.json")
+    Q_PLUGIN_METADATA(IID "Vorlik.IAppVorlik")
     Q_INTERFACES(IAppVorlik)
 
 public:

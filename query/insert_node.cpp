@@ -34,7 +34,7 @@ int incrementSaturated(int value)
 
 bool connectProgress(int candidate, int candidateTotal, int edges)
 {
-    qDebug() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
+    qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
     ProgressReporter& reporter = progressReporter();
     reporter.setHeadline(
         planTr("Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));

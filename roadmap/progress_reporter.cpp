@@ -35,9 +35,6 @@ void ProgressReporter::start(QWidget* parent, const QString& title)
     auto* dialog = new QProgressDialog(parent);
     dialog->setWindowTitle(title);
     dialog->setLabelText(title);
-    // The dialog stays until finish(), also when the bar reaches 100.
-    dialog->setAutoReset(false);
-    dialog->setAutoClose(false);
     dialog->setRange(0, 100);
     dialog->setModal(true);
     dialog->show();

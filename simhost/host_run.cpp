@@ -56,6 +56,7 @@ void startPlugin(PluginHost& plugin, HostWindow& window, SimHostApi& api)
 int runScenario(const RunOptions& options)
 {
     Transcript transcript;
+    transcript.setEcho(options.print);
     int code = 0;
     std::unique_ptr<Station> station = startRun(options, transcript, true, &code);
     if (!station)

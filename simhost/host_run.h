@@ -9,6 +9,7 @@ struct RunOptions {
     QString transcript;  // JSON-lines transcript; empty: none
     QString plugin;      // the plug-in file
     QString save;        // where to save the station after a successful run; empty: nowhere
+    bool print = false;  // print a readable account of the run on the standard output
 };
 
 // Runs a scenario without showing anything; the process exit code.

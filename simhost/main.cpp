@@ -55,6 +55,7 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("plugin"), QStringLiteral("The plug-in file to load."), QStringLiteral("file")});
     parser.addOption({QStringLiteral("save"), QStringLiteral("Save the station here after the run."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("print"), QStringLiteral("Print what happened, readably, as it happens.")});
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
@@ -67,6 +68,7 @@ int main(int argc, char** argv)
     options.script = parser.value(QStringLiteral("script"));
     options.transcript = parser.value(QStringLiteral("transcript"));
     options.save = parser.value(QStringLiteral("save"));
+    options.print = parser.isSet(QStringLiteral("print"));
     options.plugin = parser.isSet(QStringLiteral("plugin"))
                          ? parser.value(QStringLiteral("plugin"))
                          : QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("libzelvane.so"));

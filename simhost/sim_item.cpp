@@ -87,7 +87,8 @@ HostPose& SimItem::poseAbs(HostPose& out)
 void SimItem::setAsJointTarget()
 {
     hostCalled();
-    if (type_ == ItemType::Target && robot)
+    // A target keeps the joints it was given; one given none takes the robot's.
+    if (type_ == ItemType::Target && robot && jointValues.empty())
         jointValues = robot->jointValues;
 }
 

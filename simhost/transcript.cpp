@@ -1,5 +1,7 @@
 #include "transcript.h"
 
+#include "record_printer.h"
+
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -30,6 +32,13 @@ bool Transcript::open(const QString& path, QString* error)
 
 void Transcript::write(const QJsonObject& record)
 {
+    if (echo_) {
+        const QString line = describeRecord(record);
+        if (!line.isEmpty()) {
+            std::fprintf(stdout, "%s\n", qUtf8Printable(line));
+            std::fflush(stdout);
+        }
+    }
     if (!file_.isOpen())
         return;
     file_.write(QJsonDocument(record).toJson(QJsonDocument::Compact));

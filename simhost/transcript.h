@@ -18,6 +18,8 @@ public:
     bool open(const QString& path, QString* error);
     void write(const QJsonObject& record);
     void writeError(const QString& text);
+    // Also prints a readable line for each record a person cares about.
+    void setEcho(bool echo) { echo_ = echo; }
 
     // Turns Qt's debug log into "log" records, one a line, until released.
     void captureLog();
@@ -29,4 +31,5 @@ private:
     QFile file_;
     QtMessageHandler previous_ = nullptr;
     bool capturing_ = false;
+    bool echo_ = false;
 };

@@ -66,7 +66,7 @@ void addTargets(PlannerSession& session, const QList<Item>& targets, int jointCo
         const QString name = target->name();
         progress.start(session.mainWindow, planTr("Adding %1 (%2/%3)").arg(name).arg(i + 1).arg(total));
         const Insertion outcome = insertIntoMap(session, joints, parameters, edgesMade);
-        qDebug() << "Done adding first node";
+        qDebug().noquote().nospace() << "Done adding first node";
         progress.finish();
         switch (outcome) {
         case Insertion::AlreadyPresent:

@@ -82,7 +82,7 @@ void CalculateMap(PlannerSession& session)
         commitWorkMap(session);
         robot->showJointSequence(session.samples);
     } else {
-        qDebug() << "Operation aborted!";
+        qDebug().noquote().nospace() << "Operation aborted!";
         if (rows(session.workGraph) == 0) {
             // Nothing was kept: the previous map stays without asking.
         } else if (rows(session.graph) == 0) {
@@ -93,6 +93,6 @@ void CalculateMap(PlannerSession& session)
     }
 
     session.settingsChanged = true;
-    qDebug() << "Done calculating PRM";
+    qDebug().noquote().nospace() << "Done calculating PRM";
     session.emitUpdateForm();
 }

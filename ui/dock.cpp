@@ -18,7 +18,7 @@ QDockWidget* createDock(QMainWindow* mainWindow, QWidget* widget, const QString&
     if (deleteOnClose)
         dock->setAttribute(Qt::WA_DeleteOnClose);
     dock->setAllowedAreas(allowedAreas);
-    qDebug() << "Adding new docked window: " << title;
+    qDebug().noquote().nospace() << "Adding new docked window: " << title;
     if (area == Qt::NoDockWidgetArea) {
         dock->setFloating(true);
         dock->show();

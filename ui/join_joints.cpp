@@ -51,7 +51,7 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
     const int sampleCount = columns(session.samples);
 
     if (rows(route) != 1 || nodeCount < 2) {
-        qDebug() << "Something is wrong with the robot route!!";
+        qDebug().noquote().nospace() << "Something is wrong with the robot route!!";
         return nullptr;
     }
 
@@ -103,7 +103,7 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
 
     progress.start(session.mainWindow, planTr("Adding start node"));
     insertQueryNode(session, jnts1, parameters, &edgesMade, &startIndex);
-    qDebug() << "Done adding first node";
+    qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
     commitWorkMap(session);
     if (edgesMade < 1) {
@@ -117,7 +117,7 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
     // one replaces it.
     if (!firstCancelled)
         progress.finish();
-    qDebug() << "Done adding second node";
+    qDebug().noquote().nospace() << "Done adding second node";
     commitWorkMap(session);
     if (edgesMade < 1) {
         host->showMessage(planTr("The robot is unable to reach the second target for program <strong>%1</strong>. "
@@ -127,14 +127,14 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
         return false;
     }
 
-    qDebug() << "Calculating map...";
-    qDebug() << startIndex;
-    qDebug() << endIndex;
+    qDebug().noquote().nospace() << "Calculating map...";
+    qDebug().noquote().nospace() << startIndex;
+    qDebug().noquote().nospace() << endIndex;
     // The end node is the search's source, so the chain comes back start first.
     double cost = NoPathCost;
     shortestPath(session.graph, endIndex, startIndex, &cost, session.route);
     if (cost >= NoPathCost) {
-        qDebug() << "Not possible to link nodes " << startIndex << " and " << endIndex;
+        qDebug().noquote().nospace() << "Not possible to link nodes " << startIndex << " and " << endIndex;
         host->showMessage(planTr("It is not possible to connect the start and end targets for program "
                                  "<strong>%1</strong>. Try to increase the number of samples and update the "
                                  "collision map.")

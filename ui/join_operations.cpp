@@ -48,7 +48,7 @@ Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, I
 
     // The map comes first, even when the selection then turns out too small.
     ensureMap(session);
-    qDebug() << "Trying to join targets...";
+    qDebug().noquote().nospace() << "Trying to join targets...";
 
     QList<Item> candidates;
     if (target1)
@@ -95,7 +95,7 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
     }
 
     ensureMap(session);
-    qDebug() << "Trying to join programs...";
+    qDebug().noquote().nospace() << "Trying to join programs...";
 
     bool ok = true;
     QStringList calls{chain[0]->name()};

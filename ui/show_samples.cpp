@@ -9,6 +9,6 @@ void ShowSamples(PlannerSession& session)
 {
     if (!session.requireRobot(true))
         return;
-    qDebug() << "Showing robot samples";
+    qDebug().noquote().nospace() << "Showing robot samples";
     session.robot->showJointSequence(session.samples);
 }

@@ -23,8 +23,10 @@ TEST(PluginLoading, MetadataNamesInterfaceAndClass)
     const QJsonObject meta = loader.metaData();
     EXPECT_EQ(meta.value("IID").toString(), "Vorlik.IAppVorlik");
     EXPECT_EQ(meta.value("className").toString(), "PluginAutoPRM");
-    ASSERT_TRUE(meta.value("MetaData").isObject());
-    EXPECT_TRUE(meta.value("MetaData").toObject().isEmpty());
+    // The plug-in declares no metadata of its own; Qt 5.15 leaves an empty
+    // "MetaData" object out of the block, older releases wrote it as {}.
+    const QJsonValue own = meta.value("MetaData");
+    EXPECT_TRUE(own.isUndefined() || (own.isObject() && own.toObject().isEmpty()));
 }
 
 TEST(PluginLoading, MetacastAnswersBothInterfaceNamesWithOnePointer)

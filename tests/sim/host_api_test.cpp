@@ -158,20 +158,23 @@ TEST_F(HostApiTest, JointsValidWithinLimitsOnly)
     EXPECT_FALSE(arm()->jointsValid(JointVector(ok, 2)));
 }
 
-TEST_F(HostApiTest, NewTargetsKeepTheRobotsJointsAndProgramsAreRecordedWhenFinished)
+TEST_F(HostApiTest, TargetsKeepTheirJointsAndProgramsAreRecordedWhenFinished)
 {
     HostItem* program = api.addProgram(QStringLiteral("Route"), arm());
     const double moved[] = {7, 8, 9};
     arm()->setJoints(JointVector(moved, 3));
     HostItem* target = api.addTarget(QStringLiteral("Pt 1 (S12)"), arm()->parent(), arm());
+    EXPECT_EQ(target->getLink(ItemType::Robot), arm());
+    // A new target given no joints takes the robot's.
+    target->setAsJointTarget();
+    JointVector kept;
+    EXPECT_EQ(target->joints(kept).toText(QStringLiteral(","), 0), QStringLiteral("7,8,9"));
+    // A target given joints keeps them, wherever the robot is.
+    const double own[] = {1, 2, 3};
+    target->setJoints(JointVector(own, 3));
     arm()->setJoints(JointVector(3));
     target->setAsJointTarget();
-    EXPECT_EQ(target->getLink(ItemType::Robot), arm());
-    JointVector kept;
-    EXPECT_EQ(target->joints(kept).toText(QStringLiteral(","), 0), QStringLiteral("0,0,0"));
-    arm()->setJoints(JointVector(moved, 3));
-    target->setAsJointTarget();
-    EXPECT_EQ(target->joints(kept).toText(QStringLiteral(","), 0), QStringLiteral("7,8,9"));
+    EXPECT_EQ(target->joints(kept).toText(QStringLiteral(","), 0), QStringLiteral("1,2,3"));
     program->addJointMove(target);
     program->addProgramCall(QStringLiteral("P1"), 0);
     program->finishProgram(QString());

@@ -46,7 +46,8 @@ HostPose& FakeItem::poseAbs(HostPose& out)
 
 void FakeItem::setAsJointTarget()
 {
-    if (robot)
+    // A target keeps the joints it was given; one given none takes the robot's.
+    if (robot && !joints_.isValid())
         robot->joints(joints_);
 }
 

@@ -1,3 +1,4 @@
+#include "probe_station.h"
 #include "sim_process.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ protected:
         EXPECT_EQ(folder.read(QStringLiteral("keep.json")), untouched);
     }
 
-    SimFolder folder;
+    SimFolder folder{QStringLiteral(PROBE_PLUGIN_PATH)};
 };
 
 TEST_F(BadInput, StationThatIsNotJson)

@@ -1,3 +1,4 @@
+#include "probe_station.h"
 #include "sim_process.h"
 
 #include <QJsonArray>
@@ -45,7 +46,7 @@ protected:
         return QJsonValue(QJsonValue::Undefined);
     }
 
-    SimFolder folder;
+    SimFolder folder{QStringLiteral(PROBE_PLUGIN_PATH)};
 };
 
 TEST_F(ProbeRun, LifecycleCommandsAndMessagesAreRecordedInOrder)

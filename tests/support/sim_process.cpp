@@ -6,16 +6,7 @@
 
 #include <gtest/gtest.h>
 
-const char* const probeStation = R"({
-  "params":   { "PathStepCollisionDeg": "4.0" },
-  "frames":   [ { "name": "Cell", "parent": null } ],
-  "robots":   [ { "name": "Arm1", "parent": "Cell", "lower": [-180, -90, -90], "upper": [180, 90, 90],
-                  "joints": [0, 0, 0], "jointBoxes": [ { "lower": [10, -20, -90], "upper": [40, 20, 90] } ],
-                  "carries": null } ],
-  "targets":  [ { "name": "Home", "robot": "Arm1", "parent": "Cell", "joints": [0, 0, 0] },
-                { "name": "Far", "robot": "Arm1", "parent": "Cell", "joints": [60, 0, 0] } ],
-  "programs": [ { "name": "P1", "robot": "Arm1", "instructions": [ { "moveJoint": "Home" }, { "moveJoint": "Far" } ] } ]
-})";
+
 
 std::vector<QJsonObject> SimRun::ofType(const QString& type) const
 {
@@ -51,8 +42,7 @@ QByteArray SimFolder::read(const QString& name) const
 SimRun SimFolder::run(const QString& station, const QString& scenario, const QStringList& more) const
 {
     return runWith(QStringList{path(station), QStringLiteral("--script"), path(scenario), QStringLiteral("--transcript"),
-                               path(QStringLiteral("out.jsonl")), QStringLiteral("--plugin"),
-                               QStringLiteral(PROBE_PLUGIN_PATH)}
+                               path(QStringLiteral("out.jsonl")), QStringLiteral("--plugin"), plugin_}
                    + more);
 }
 

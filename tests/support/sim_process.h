@@ -18,23 +18,22 @@ struct SimRun {
     QJsonObject single(const QString& type) const;
 };
 
-// A temporary folder holding the files of one run.
+// A temporary folder holding the files of one run of vorlik-sim with one plug-in.
 class SimFolder {
 public:
+    explicit SimFolder(const QString& plugin) : plugin_(plugin) {}
+
     QString path(const QString& name) const { return folder_.filePath(name); }
     QString write(const QString& name, const QByteArray& contents) const;
     QByteArray read(const QString& name) const;
 
-    // Runs the host on the station and scenario in this folder, with the probe
-    // plug-in, writing the transcript "out.jsonl".
+    // Runs the host on the station and scenario in this folder, with the
+    // folder's plug-in, writing the transcript "out.jsonl".
     SimRun run(const QString& station, const QString& scenario, const QStringList& more = {}) const;
     // Runs the host with exactly these arguments.
     SimRun runWith(const QStringList& arguments) const;
 
 private:
+    QString plugin_;
     QTemporaryDir folder_;
 };
-
-// A station with a frame, one three-joint robot with one obstacle box, two
-// targets and a program.
-extern const char* const probeStation;

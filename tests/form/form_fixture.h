@@ -1,0 +1,53 @@
+#pragma once
+
+#include "plugin_fixture.h"
+
+#include "form_prm.h"
+#include "roadmap_matrix.h"
+
+#include <QDockWidget>
+
+// A loaded plug-in whose control form the tests open, look into and drive.
+class FormTest : public LoadedPlugin {
+protected:
+    void SetUp() override { load(); }
+
+    // Runs the plug-in's "open the form" slot; the form that is open afterwards.
+    FormPRM* openForm()
+    {
+        plugin->callback_robotpilot();
+        return openedForm();
+    }
+
+    FormPRM* openedForm() const { return window->findChild<FormPRM*>(QStringLiteral("FormPRM")); }
+
+    QDockWidget* dock() const
+    {
+        return window->findChild<QDockWidget*>(PluginAutoPRM::title());
+    }
+
+    template <typename Widget>
+    Widget* child(const char* name) const
+    {
+        FormPRM* form = openedForm();
+        return form ? form->findChild<Widget*>(QLatin1String(name)) : nullptr;
+    }
+
+    // A map of `count` samples of the robot's joint count, joined in a chain.
+    void giveMap(int count, int joints = 3)
+    {
+        setSize(plugin->samples, joints, count);
+        fillZero(plugin->samples);
+        setSize(plugin->graph, count, count);
+        fillZero(plugin->graph);
+        for (int i = 0; i + 1 < count; ++i)
+            at(plugin->graph, i, i + 1) = at(plugin->graph, i + 1, i) = 1.0;
+    }
+
+    // Lets queued slots and deferred deletions run.
+    static void settle()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};

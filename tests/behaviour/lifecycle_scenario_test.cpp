@@ -82,3 +82,31 @@ TEST_F(Lifecycle, StationChangedAfterTheRobotWasDeletedChoosesAnother)
 }
 
 }  // namespace
+
+namespace {
+
+using HostAnswers = PlannerRun;
+
+TEST_F(HostAnswers, EmptyStationAsksToOpenOne)
+{
+    const SimRun done = run(R"([{"command": "SelectRobot", "value": ""}, {"command": "Info"}])",
+                            R"({"frames": [ { "name": "Cell", "parent": null } ]})");
+    EXPECT_EQ(replies(done), (QStringList{"", "0-0-"}));
+    EXPECT_TRUE(messages(done).contains("Select File-Open to load a robot or a Vorlik station"));
+}
+
+TEST_F(HostAnswers, EmptyRobotNameFallsBackToTheFirstRobot)
+{
+    const SimRun done = run(R"([{"command": "SelectRobot", "value": ""}])");
+    EXPECT_EQ(replies(done), QStringList{"Arm1"});
+}
+
+TEST_F(HostAnswers, UnknownDataParameterLeavesTheDefaults)
+{
+    const SimRun done = run(R"([{"event": 4}, {"command": "Info"}])");
+    EXPECT_FALSE(logLines(done).contains("Loading PRM plugin settings..."));
+    EXPECT_FALSE(logLines(done).contains("Loading robot settings..."));
+    EXPECT_EQ(replies(done), QStringList{"0-0-Arm1"});
+}
+
+}  // namespace

@@ -60,12 +60,6 @@ TEST_F(PersistenceRun, SwitchingRobotsBackAndForthKeepsOneMapPerRobot)
     EXPECT_FALSE(mapRecord(saved, "B").isEmpty());
 }
 
-TEST_F(PersistenceRun, StationWithoutSettingsKeepsDefaults)
-{
-    const SimRun done = run(R"([{"event": 4}, {"command": "Info"}])");
-    EXPECT_EQ(replies(done), QStringList{"0-0-Arm1"});
-    EXPECT_FALSE(logLines(done).contains("Loading PRM plugin settings..."));
-}
 
 TEST_F(PersistenceRun, SettingsOfAFutureVersionAreIgnored)
 {

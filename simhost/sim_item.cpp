@@ -1,5 +1,7 @@
 #include "sim_item.h"
 
+#include "cell_checker.h"
+#include "cell_placement.h"
 #include "host_monitor.h"
 #include "station.h"
 
@@ -73,14 +75,14 @@ void SimItem::setName(const QString& name)
 HostPose& SimItem::poseTool(HostPose& out)
 {
     hostCalled();
-    out.setToIdentity();
+    out = arm ? cell_placement::toHostPose(arm->tool) : HostPose();
     return out;
 }
 
 HostPose& SimItem::poseAbs(HostPose& out)
 {
     hostCalled();
-    out.setToIdentity();
+    out = cell_placement::toHostPose(cell_placement::absolutePose(this));
     return out;
 }
 
@@ -153,6 +155,16 @@ HostPose& SimItem::solveFK(HostPose& out, const JointVector& joints, const HostP
                            HostItem* reference)
 {
     hostCalled();
+    if (arm && type_ == ItemType::Robot && joints.count() == jointCount()) {
+        // Relative to the reference, else to the rail that carries this robot,
+        // else to the robot's own base: callers place the answer on that pose.
+        const SimItem* rail = cell_placement::railOf(this);
+        const SimItem* frame = reference && station_->holds(reference) ? static_cast<SimItem*>(reference)
+                                                                      : rail ? rail : this;
+        out = cell_placement::toHostPose(cell_placement::reachedPose(
+            this, joints.values(), cell_placement::fromHostPose(tool), cell_placement::absolutePose(frame)));
+        return out;
+    }
     // A joint-space robot: its tool sits at its first three joint values.
     HostPose reached;
     reached.translate(joints.count() > 0 ? float(joints[0]) : 0.0f,
@@ -180,7 +192,13 @@ int SimItem::testJointMove(const JointVector& from, const JointVector& to, doubl
     if (type_ != ItemType::Robot)
         return 0;
     const double step = stepDeg > 0.0 ? stepDeg : station_->pathStepDeg();
-    return joint_oracle::testJointMove(boxes, jointCount(), from.values(), to.values(), step);
+    if (joint_oracle::testJointMove(boxes, jointCount(), from.values(), to.values(), step))
+        return 1;
+    if (!arm || from.count() < jointCount() || to.count() < jointCount())
+        return 0;
+    // The same points as the joint-space check, in the 3D model.
+    const int n = joint_oracle::moveSteps(from.values(), to.values(), jointCount(), step);
+    return CellChecker(*station_, this).testMove(from.values(), to.values(), n);
 }
 
 void SimItem::showJointSequence(const RoadmapMatrix* configurations)
@@ -191,6 +209,19 @@ void SimItem::showJointSequence(const RoadmapMatrix* configurations)
     if (configurations && configurations->extents && configurations->dimensionCount >= 2) {
         rows = configurations->extents[0];
         cols = configurations->extents[1];
+    }
+    if (type_ == ItemType::Robot && configurations && configurations->values && rows == jointCount()) {
+        // Kept for the 3D view, which plays them; a run without a view only records them.
+        JointSequence& shown = station_->shownSequence;
+        shown.robot = this;
+        shown.configurations.clear();
+        for (int c = 0; c < cols; ++c) {
+            const double* column = configurations->values + static_cast<size_t>(rows) * c;
+            shown.configurations.emplace_back(column, column + rows);
+        }
+        ++shown.serial;
+        if (station_->scene)
+            station_->scene->sceneChanged();
     }
     record(QJsonObject{{QStringLiteral("type"), QStringLiteral("sequence")},
                        {QStringLiteral("robot"), name_},

@@ -7,13 +7,18 @@
 #include <QJsonArray>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class Station;
 class SimItem;
+struct ArmModel;
+struct CellObject;
 
 // Type code of a reference frame; robots, targets and programs use the SDK's codes.
 constexpr int FrameType = 3;
+// Type code of an environment object (a solid of the work cell).
+constexpr int ObjectType = 5;
 
 // One program instruction: a joint move to a target, or a call of a program by name.
 struct Instruction {
@@ -21,8 +26,9 @@ struct Instruction {
     QString call;
 };
 
-// One item of the simulated station. Robots hold joints, limits and obstacle
-// boxes; targets hold joints and their robot; programs hold instructions.
+// One item of the simulated station. Robots hold joints, limits, obstacle
+// boxes and optionally an arm; targets hold joints and their robot; programs
+// hold instructions; objects hold a solid.
 // Deleted items stay alive (marked deleted) so that handles remain safe to use.
 class SimItem final : public HostItem {
 public:
@@ -46,6 +52,10 @@ public:
     std::vector<double> upper;
     std::vector<JointBox> boxes;
     std::vector<Instruction> instructions;
+    // Placement relative to the parent, [x, y, z, rx, ry, rz]; empty: none.
+    std::vector<double> pose;
+    std::shared_ptr<const ArmModel> arm;        // a robot's kinematics and solids; null: joint space only
+    std::shared_ptr<const CellObject> object;   // an object's solid
     bool optionA = false;
     bool optionB = false;
     bool deleted = false;

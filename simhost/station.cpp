@@ -1,5 +1,7 @@
 #include "station.h"
 
+#include "cell_checker.h"
+
 #include "vorlik/item_types.h"
 
 #include <algorithm>
@@ -27,7 +29,7 @@ SimItem* Station::find(const QString& name, int type) const
 
 SimItem* Station::findAny(const QString& name) const
 {
-    for (int type : {ItemType::Target, ItemType::Program, ItemType::Robot, FrameType}) {
+    for (int type : {ItemType::Target, ItemType::Program, ItemType::Robot, FrameType, ObjectType}) {
         if (SimItem* item = find(name, type))
             return item;
     }
@@ -51,7 +53,7 @@ const std::vector<SimItem*>& Station::items(int type) const
 std::vector<SimItem*> Station::allItems() const
 {
     std::vector<SimItem*> all;
-    for (int type : {FrameType, ItemType::Robot, ItemType::Target, ItemType::Program}) {
+    for (int type : {FrameType, ItemType::Robot, ItemType::Target, ItemType::Program, ObjectType}) {
         const auto& of = items(type);
         all.insert(all.end(), of.begin(), of.end());
     }
@@ -81,6 +83,7 @@ void Station::retire()
     robots_.clear();
     targets_.clear();
     programs_.clear();
+    objects_.clear();
     others_.clear();
     selection.clear();
 }
@@ -96,8 +99,11 @@ int Station::collisions() const
 {
     int count = 0;
     for (const SimItem* robot : robots_) {
-        if (static_cast<int>(robot->jointValues.size()) >= robot->jointCount())
-            count += joint_oracle::boxesHolding(robot->boxes, robot->jointValues.data());
+        if (static_cast<int>(robot->jointValues.size()) < robot->jointCount())
+            continue;
+        count += joint_oracle::boxesHolding(robot->boxes, robot->jointValues.data());
+        if (robot->arm)
+            count += CellChecker(*this, robot).collidingPairs(robot->jointValues.data(), false);
     }
     return count;
 }
@@ -109,6 +115,7 @@ std::vector<SimItem*>& Station::list(int type)
     case ItemType::Robot: return robots_;
     case ItemType::Target: return targets_;
     case ItemType::Program: return programs_;
+    case ObjectType: return objects_;
     default: return others_;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cell_stats.h"
 #include "sim_item.h"
 
 #include <QByteArray>
@@ -13,6 +14,22 @@
 #include <vector>
 
 class HostMonitor;
+
+// Told when the 3D view has something new to show (a drawing, a sequence).
+class SceneListener {
+public:
+    virtual void sceneChanged() = 0;
+
+protected:
+    ~SceneListener() = default;
+};
+
+// The configurations a robot was last asked to show, one per entry.
+struct JointSequence {
+    SimItem* robot = nullptr;
+    std::vector<std::vector<double>> configurations;
+    int serial = 0;  // grows with every new sequence
+};
 
 // The in-memory station: its items in station order (one list per type), its
 // host parameters, data parameters, selection and display mode. The station
@@ -36,7 +53,7 @@ public:
     SimItem* findId(int id) const;
 
     const std::vector<SimItem*>& items(int type) const;
-    // Every live item: frames, robots, targets, programs.
+    // Every live item: frames, robots, targets, programs, objects.
     std::vector<SimItem*> allItems() const;
 
     // True while the item belongs to this station and was not deleted.
@@ -49,7 +66,8 @@ public:
 
     // The host parameter "PathStepCollisionDeg"; 4.0 when missing or not a number.
     double pathStepDeg() const;
-    // Pairs (robot, box) whose box holds the robot's current joints.
+    // Pairs (robot, box) whose box holds the robot's current joints, plus the
+    // pairs the 3D model finds at the robots' current joints.
     int collisions() const;
 
     QMap<QString, QString> params;
@@ -57,6 +75,10 @@ public:
     QList<SimItem*> selection;
     int renderMode = 0;
     HostMonitor* monitor = nullptr;
+    SceneListener* scene = nullptr;
+    JointSequence shownSequence;
+    // Work of the 3D model, counted even in calls that look at the station only.
+    mutable CellStats cellStats;
 
 private:
     std::vector<SimItem*>& list(int type);
@@ -67,6 +89,7 @@ private:
     std::vector<SimItem*> robots_;
     std::vector<SimItem*> targets_;
     std::vector<SimItem*> programs_;
+    std::vector<SimItem*> objects_;
     std::vector<SimItem*> others_;
     int nextId_ = 1;
 };

@@ -1,3 +1,5 @@
+#include "cell_placement.h"
+#include "cell_reader.h"
 #include "station.h"
 #include "station_file.h"
 
@@ -48,11 +50,14 @@ private:
     void readRobot(const Pending& pending);
     void readTarget(const Pending& pending);
     void readProgram(const Pending& pending);
+    void readObject(const Pending& pending);
+    void readPose(const Pending& pending);
     void checkParentChains() const;
 
     std::unique_ptr<Station> station_;
     std::map<int, SimItem*> ids_;
-    std::vector<Pending> frames_, robots_, targets_, programs_;
+    std::vector<Pending> frames_, robots_, targets_, programs_, objects_;
+    std::vector<std::shared_ptr<CellObject>> placedObjects_;  // in the order of objects_
 };
 
 QJsonArray StationReader::arrayField(const QJsonObject& object, const QString& field,
@@ -145,6 +150,7 @@ void StationReader::createItems(const QJsonObject& root, const QString& field, c
         case FrameType: frames_.push_back(pending); break;
         case ItemType::Robot: robots_.push_back(pending); break;
         case ItemType::Target: targets_.push_back(pending); break;
+        case ObjectType: objects_.push_back(pending); break;
         default: programs_.push_back(pending); break;
         }
     }
@@ -201,6 +207,33 @@ void StationReader::readRobot(const Pending& pending)
         box.upper = numbers(value.toObject().value(QStringLiteral("upper")), what + QStringLiteral(" \"upper\""), count);
         robot->boxes.push_back(box);
     }
+    readPose(pending);
+    const QString problem = cell_reader::readArm(pending.object, count, &robot->arm);
+    if (!problem.isEmpty())
+        fail(QStringLiteral("%1: %2").arg(label, problem));
+}
+
+void StationReader::readPose(const Pending& pending)
+{
+    const QString problem = cell_reader::readPose(pending.object, &pending.item->pose);
+    if (!problem.isEmpty())
+        fail(QStringLiteral("%1: %2").arg(pending.label, problem));
+}
+
+void StationReader::readObject(const Pending& pending)
+{
+    // Objects stand still: they hang from frames only, never from a robot.
+    pending.item->parentItem = reference(pending, QStringLiteral("parent"), {FrameType});
+    readPose(pending);
+    auto object = std::make_shared<CellObject>();
+    const QString problem = cell_reader::readSolid(pending.object, false, &object->solid);
+    if (!problem.isEmpty())
+        fail(QStringLiteral("%1: %2").arg(pending.label, problem));
+    object->source = pending.object;
+    for (const char* field : {"id", "name", "parent", "parentId", "pose"})
+        object->source.remove(QLatin1String(field));
+    pending.item->object = object;
+    placedObjects_.push_back(object);
 }
 
 void StationReader::readTarget(const Pending& pending)
@@ -257,7 +290,7 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
 {
     station_ = std::make_unique<Station>();
     // Items without an id take numbers above every id the file gives.
-    for (const char* field : {"frames", "robots", "targets", "programs"}) {
+    for (const char* field : {"frames", "robots", "targets", "programs", "objects"}) {
         for (const QJsonValue& value : root.value(QLatin1String(field)).toArray())
             station_->reserveIds(value.toObject().value(QStringLiteral("id")).toInt(0));
     }
@@ -266,15 +299,23 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
     createItems(root, QStringLiteral("robots"), QStringLiteral("robot"), ItemType::Robot);
     createItems(root, QStringLiteral("targets"), QStringLiteral("target"), ItemType::Target);
     createItems(root, QStringLiteral("programs"), QStringLiteral("program"), ItemType::Program);
-    for (const Pending& frame : frames_)
+    createItems(root, QStringLiteral("objects"), QStringLiteral("object"), ObjectType);
+    for (const Pending& frame : frames_) {
         frame.item->parentItem = reference(frame, QStringLiteral("parent"), {FrameType, ItemType::Robot});
+        readPose(frame);
+    }
     for (const Pending& robot : robots_)
         readRobot(robot);
     for (const Pending& target : targets_)
         readTarget(target);
     for (const Pending& program : programs_)
         readProgram(program);
+    for (const Pending& object : objects_)
+        readObject(object);
     checkParentChains();
+    // Frames stand still too, so an object's place is known once and for all.
+    for (size_t i = 0; i < objects_.size(); ++i)
+        placedObjects_[i]->world = cell_placement::absolutePose(objects_[i].item) * placedObjects_[i]->solid.local;
     return std::move(station_);
 }
 

@@ -1,3 +1,4 @@
+#include "cell_model.h"
 #include "station.h"
 #include "station_file.h"
 
@@ -31,6 +32,30 @@ QJsonObject itemHead(const SimItem* item)
     return QJsonObject{{QStringLiteral("id"), item->id()}, {QStringLiteral("name"), item->itemName()}};
 }
 
+// The placement as it was read; nothing when the item has none.
+void putPose(QJsonObject& object, const SimItem* item)
+{
+    if (!item->pose.empty())
+        object.insert(QStringLiteral("pose"), numbers(item->pose));
+}
+
+// Fields kept as they were read (an arm's or an object's model).
+void putFields(QJsonObject& object, const QJsonObject& fields)
+{
+    for (auto it = fields.begin(); it != fields.end(); ++it)
+        object.insert(it.key(), it.value());
+}
+
+QJsonObject objectJson(const SimItem* item)
+{
+    QJsonObject object = itemHead(item);
+    putReference(object, QStringLiteral("parent"), item->parentItem);
+    putPose(object, item);
+    if (item->object)
+        putFields(object, item->object->source);
+    return object;
+}
+
 QJsonObject robotJson(const SimItem* robot)
 {
     QJsonObject object = itemHead(robot);
@@ -44,6 +69,9 @@ QJsonObject robotJson(const SimItem* robot)
                                  {QStringLiteral("upper"), numbers(box.upper)}});
     object.insert(QStringLiteral("jointBoxes"), boxes);
     putReference(object, QStringLiteral("carries"), robot->carried);
+    putPose(object, robot);
+    if (robot->arm)
+        putFields(object, robot->arm->source);
     return object;
 }
 
@@ -85,6 +113,7 @@ QJsonObject toJson(const Station& station)
     for (const SimItem* frame : station.items(FrameType)) {
         QJsonObject object = itemHead(frame);
         putReference(object, QStringLiteral("parent"), frame->parentItem);
+        putPose(object, frame);
         frames.append(object);
     }
     QJsonArray robots;
@@ -97,9 +126,17 @@ QJsonObject toJson(const Station& station)
     for (const SimItem* program : station.items(ItemType::Program))
         programs.append(programJson(program));
 
-    return QJsonObject{{QStringLiteral("params"), params},   {QStringLiteral("data"), data},
-                       {QStringLiteral("frames"), frames},   {QStringLiteral("robots"), robots},
-                       {QStringLiteral("targets"), targets}, {QStringLiteral("programs"), programs}};
+    QJsonObject root{{QStringLiteral("params"), params},   {QStringLiteral("data"), data},
+                     {QStringLiteral("frames"), frames},   {QStringLiteral("robots"), robots},
+                     {QStringLiteral("targets"), targets}, {QStringLiteral("programs"), programs}};
+    // A station without objects is written as it always was.
+    if (!station.items(ObjectType).empty()) {
+        QJsonArray objects;
+        for (const SimItem* item : station.items(ObjectType))
+            objects.append(objectJson(item));
+        root.insert(QStringLiteral("objects"), objects);
+    }
+    return root;
 }
 
 bool write(const Station& station, const QString& path, QString* error)

@@ -1,5 +1,6 @@
 #include "host_run.h"
 
+#include "desktop_host.h"
 #include "host_window.h"
 #include "plugin_host.h"
 #include "question_answerer.h"
@@ -7,9 +8,13 @@
 #include "scenario_runner.h"
 #include "sim_host_api.h"
 #include "station_file.h"
+#include "station_tree.h"
+#include "station_watch.h"
 #include "transcript.h"
 
 #include <QApplication>
+#include <QImage>
+#include <QPixmap>
 #include <QStatusBar>
 
 #include <cstdio>
@@ -17,6 +22,9 @@
 namespace {
 
 constexpr int toolbarIconSize = 24;
+// The window's size when it is shown by a run, so that pictures of it compare.
+constexpr int windowWidth = 1100;
+constexpr int windowHeight = 720;
 
 int failRun(Transcript& transcript, const QString& message)
 {
@@ -51,6 +59,42 @@ void startPlugin(PluginHost& plugin, HostWindow& window, SimHostApi& api)
     processHostEvents();
 }
 
+void showWindow(HostWindow& window)
+{
+    window.resize(windowWidth, windowHeight);
+    window.show();
+    processHostEvents();
+}
+
+bool writeScreenshot(HostWindow& window, SimHostApi& api, const QString& path, QString* error)
+{
+    window.stationTree()->showStation(api.station());
+    for (int pass = 0; pass < 3; ++pass)
+        processHostEvents();
+    const QImage picture = window.grab().toImage();
+    if (picture.isNull() || !picture.save(path, "PNG")) {
+        *error = QStringLiteral("%1: cannot write the screenshot").arg(path);
+        return false;
+    }
+    return true;
+}
+
+// Leaves the window to a person until it is closed; event 6 goes out as it closes.
+int workInWindow(SimHostApi& api, StationWatch& watch, PluginHost& plugin, HostWindow& window, const QString& path)
+{
+    api.setWindow(&window, window.statusBar(), false);
+    DesktopHost desktop(api, plugin, window, path);
+    watch.onHostCalled = [&desktop] { desktop.hostCalled(); };
+    window.show();
+    const int code = QApplication::exec();
+    if (!desktop.closed() && plugin.loaded())
+        plugin.plugin()->pluginEvent(HostEvent::StationClosing);
+    if (plugin.loaded())
+        plugin.unload();
+    watch.onHostCalled = nullptr;
+    return code;
+}
+
 }  // namespace
 
 int runScenario(const RunOptions& options)
@@ -67,31 +111,41 @@ int runScenario(const RunOptions& options)
         return failRun(transcript, error);
 
     RunMonitor monitor(transcript);
-    SimHostApi api(std::move(station), &monitor);
+    StationWatch watch(monitor);
+    SimHostApi api(std::move(station), &watch);
     HostWindow window(scenario.host);
     api.setWindow(&window, window.statusBar(), true);
     QuestionAnswerer answerer(&monitor);
     qApp->installEventFilter(&answerer);
+    if (options.gui || !options.screenshot.isEmpty())
+        showWindow(window);
 
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))
         return failRun(transcript, error);
     startPlugin(plugin, window, api);
+    window.stationTree()->showStation(api.station());
 
     ScenarioRunner runner(scenario, options.script, {api, monitor, answerer, window, plugin});
-    const bool completed = runner.run(&error);
-    if (completed && plugin.loaded()) {
-        plugin.plugin()->pluginEvent(HostEvent::StationClosing);
-        processHostEvents();
-    }
-    if (plugin.loaded())
-        plugin.unload();
+    bool completed = runner.run(&error);
+    if (completed && !options.screenshot.isEmpty())
+        completed = writeScreenshot(window, api, options.screenshot, &error);
     qApp->removeEventFilter(&answerer);
+    if (completed && options.gui) {
+        code = workInWindow(api, watch, plugin, window, options.station);
+    } else {
+        if (completed && plugin.loaded()) {
+            plugin.plugin()->pluginEvent(HostEvent::StationClosing);
+            processHostEvents();
+        }
+        if (plugin.loaded())
+            plugin.unload();
+    }
     if (!completed)
         return failRun(transcript, error);
     if (!options.save.isEmpty() && !station_file::write(api.station(), options.save, &error))
         return failRun(transcript, error);
-    return 0;
+    return code;
 }
 
 int runWindow(const RunOptions& options)
@@ -104,17 +158,25 @@ int runWindow(const RunOptions& options)
     QString error;
 
     RunMonitor monitor(transcript);
-    SimHostApi api(std::move(station), &monitor);
+    StationWatch watch(monitor);
+    SimHostApi api(std::move(station), &watch);
     HostWindow window{HostSetup()};
     api.setWindow(&window, window.statusBar(), false);
+    showWindow(window);
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))
         return failRun(transcript, error);
     startPlugin(plugin, window, api);
-    window.show();
-    code = QApplication::exec();
-    plugin.plugin()->pluginEvent(HostEvent::StationClosing);
-    plugin.unload();
+    if (!options.screenshot.isEmpty() && !writeScreenshot(window, api, options.screenshot, &error)) {
+        plugin.unload();
+        return failRun(transcript, error);
+    }
+    if (options.gui || options.screenshot.isEmpty()) {
+        code = workInWindow(api, watch, plugin, window, options.station);
+    } else {
+        plugin.plugin()->pluginEvent(HostEvent::StationClosing);
+        plugin.unload();
+    }
     if (!options.save.isEmpty() && !station_file::write(api.station(), options.save, &error))
         return failRun(transcript, error);
     return code;

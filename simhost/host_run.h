@@ -10,9 +10,12 @@ struct RunOptions {
     QString plugin;      // the plug-in file
     QString save;        // where to save the station after a successful run; empty: nowhere
     bool print = false;  // print a readable account of the run on the standard output
+    bool gui = false;    // show the window and leave it to a person (after the scenario, if any)
+    QString screenshot;  // a PNG of the window, dock included, once the scenario has run; empty: none
 };
 
-// Runs a scenario without showing anything; the process exit code.
+// Runs a scenario, without showing anything unless a screenshot or the
+// window is asked for; the process exit code.
 int runScenario(const RunOptions& options);
 
 // Shows the host window with the station and the plug-in until it is closed.

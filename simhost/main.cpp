@@ -10,13 +10,19 @@
 
 namespace {
 
-bool wantsScript(int argc, char** argv)
+bool given(int argc, char** argv, const char* option)
 {
+    const size_t length = std::strlen(option);
     for (int i = 1; i < argc; ++i) {
-        if (std::strncmp(argv[i], "--script", 8) == 0)
+        if (std::strncmp(argv[i], option, length) == 0)
             return true;
     }
     return false;
+}
+
+bool haveDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 bool sameFile(const QString& a, const QString& b)
@@ -34,9 +40,17 @@ int usageError(const QString& message)
 
 int main(int argc, char** argv)
 {
-    // A scripted run shows nothing and needs no display.
-    if (wantsScript(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A scripted run shows nothing and needs no display, unless the window or a picture of it is asked for.
+    const bool showsWindow = given(argc, argv, "--gui") || given(argc, argv, "--screenshot");
+    const bool scripted = given(argc, argv, "--script");
+    const bool help = given(argc, argv, "--help") || given(argc, argv, "-h");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        if ((scripted && !showsWindow) || help)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        else if (!haveDisplay())
+            return usageError(QStringLiteral("no display to show the window on: run it under a display, "
+                                             "or give --script SCENARIO.json to run without a window"));
+    }
     // The host's options are read before Qt sees them: Qt would take "--plugin" for its own.
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
@@ -56,6 +70,10 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("save"), QStringLiteral("Save the station here after the run."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("print"), QStringLiteral("Print what happened, readably, as it happens.")});
+    parser.addOption({QStringLiteral("gui"), QStringLiteral("Show the window and leave it to you (after the scenario).")});
+    parser.addOption({QStringLiteral("screenshot"),
+                      QStringLiteral("Write a PNG picture of the window once the scenario has run."),
+                      QStringLiteral("file")});
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
@@ -69,11 +87,13 @@ int main(int argc, char** argv)
     options.transcript = parser.value(QStringLiteral("transcript"));
     options.save = parser.value(QStringLiteral("save"));
     options.print = parser.isSet(QStringLiteral("print"));
+    options.gui = parser.isSet(QStringLiteral("gui"));
+    options.screenshot = parser.value(QStringLiteral("screenshot"));
     options.plugin = parser.isSet(QStringLiteral("plugin"))
                          ? parser.value(QStringLiteral("plugin"))
                          : QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("libzelvane.so"));
     // Outputs never overwrite the files the run reads.
-    for (const QString& output : {options.transcript, options.save}) {
+    for (const QString& output : {options.transcript, options.save, options.screenshot}) {
         for (const QString& input : {options.station, options.script}) {
             if (sameFile(output, input))
                 return usageError(QStringLiteral("%1: an output file cannot also be an input").arg(output));

@@ -99,6 +99,18 @@ const std::map<QString, StepRule>& stepRules()
                     "{\"unload\": true}"}},
         {"load", {{}, [](const QJsonObject& o) { return o.value("load") == QJsonValue(true); },
                   "{\"load\": true}"}},
+        {"action", {{}, [](const QJsonObject& o) { return !o.value("action").toString().isEmpty(); },
+                    "{\"action\": the text of a menu or toolbar action}"}},
+        {"click", {{}, [](const QJsonObject& o) { return !o.value("click").toString().isEmpty(); },
+                   "{\"click\": a button's object name}"}},
+        {"setValue", {{}, [](const QJsonObject& o) {
+             const QJsonObject s = o.value("setValue").toObject();
+             const QJsonValue v = s.value("value");
+             return hasOnly(s, {"widget", "value"}) && !s.value("widget").toString().isEmpty()
+                 && (v.isDouble() || v.isBool());
+         }, "{\"setValue\": {\"widget\": object name, \"value\": number or true/false}}"}},
+        {"form", {{}, [](const QJsonObject& o) { return o.value("form") == QJsonValue(true); },
+                  "{\"form\": true}"}},
     };
     return rules;
 }

@@ -7,6 +7,7 @@
 #include "sim_host_api.h"
 #include "slot_invoker.h"
 #include "station_file.h"
+#include "widget_steps.h"
 
 #include "vorlik/item_types.h"
 
@@ -95,6 +96,14 @@ bool ScenarioRunner::runStep(const Step& step, QString* problem)
         host_.plugin.load(host_.window, &host_.api);
         return true;
     }
+    if (step.kind == QLatin1String("action") || step.kind == QLatin1String("click")
+        || step.kind == QLatin1String("setValue") || step.kind == QLatin1String("form")) {
+        const bool ran = runWidgetStep(step, problem);
+        // Actions reach the plug-in queued, and the form refreshes queued after them.
+        for (int pass = 0; pass < 3; ++pass)
+            processHostEvents();
+        return ran;
+    }
     *problem = QStringLiteral("unknown step \"%1\"").arg(step.kind);
     return false;
 }
@@ -179,6 +188,31 @@ bool ScenarioRunner::runContextMenu(const Step& step, QString* problem)
     record.insert(QStringLiteral("items"), names);
     record.insert(QStringLiteral("result"), added);
     record.insert(QStringLiteral("actions"), actions);
+    host_.monitor.record(record);
+    return true;
+}
+
+bool ScenarioRunner::runWidgetStep(const Step& step, QString* problem)
+{
+    const QJsonValue value = step.object.value(step.kind);
+    QJsonObject record = stepRecord(step.kind, step);
+    if (step.kind == QLatin1String("form")) {
+        record = widget_steps::formRecord(host_.window);
+        record.insert(QStringLiteral("step"), step.number);
+    } else if (step.kind == QLatin1String("setValue")) {
+        QJsonValue taken;
+        if (!widget_steps::setValue(host_.window, value.toObject(), &taken, problem))
+            return false;
+        record.insert(QStringLiteral("widget"), value.toObject().value(QStringLiteral("widget")));
+        record.insert(QStringLiteral("value"), taken);
+    } else {
+        // Recorded first: what the action or click makes the plug-in do follows it.
+        const bool isAction = step.kind == QLatin1String("action");
+        record.insert(isAction ? QStringLiteral("text") : QStringLiteral("widget"), value);
+        host_.monitor.record(record);
+        return isAction ? widget_steps::triggerAction(host_.window, value.toString(), problem)
+                        : widget_steps::click(host_.window, value.toString(), problem);
+    }
     host_.monitor.record(record);
     return true;
 }

@@ -38,6 +38,7 @@ private:
     bool runAnswer(const QJsonObject& answer, QString* problem);
     bool runSetJoints(const QJsonObject& move, QString* problem);
     bool runContextMenu(const Step& step, QString* problem);
+    bool runWidgetStep(const Step& step, QString* problem);
     bool saveStation(const QString& name, QString* problem);
     bool openStation(const QString& name, QString* problem);
     bool lookUp(const QJsonValue& name, SimItem** item, QString* problem) const;

@@ -4,15 +4,19 @@
 #include "host_window.h"
 #include "plugin_host.h"
 #include "question_answerer.h"
+#include "record_printer.h"
 #include "run_monitor.h"
+#include "run_summary.h"
 #include "scenario_runner.h"
 #include "sim_host_api.h"
 #include "station_file.h"
+#include "station_render.h"
 #include "station_tree.h"
 #include "station_watch.h"
 #include "transcript.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPixmap>
 #include <QStatusBar>
@@ -22,6 +26,7 @@
 namespace {
 
 constexpr int toolbarIconSize = 24;
+const QSize renderSize(1024, 768);
 // The window's size when it is shown by a run, so that pictures of it compare.
 constexpr int windowWidth = 1100;
 constexpr int windowHeight = 720;
@@ -127,7 +132,11 @@ int runScenario(const RunOptions& options)
     window.stationTree()->showStation(api.station());
 
     ScenarioRunner runner(scenario, options.script, {api, monitor, answerer, window, plugin});
+    QElapsedTimer clock;
+    clock.start();
     bool completed = runner.run(&error);
+    if (completed && options.print)
+        std::printf("%s\n", qUtf8Printable(describeRecord(summaryRecord(api.station().cellStats, clock.nsecsElapsed() / 1e9))));
     if (completed && !options.screenshot.isEmpty())
         completed = writeScreenshot(window, api, options.screenshot, &error);
     qApp->removeEventFilter(&answerer);
@@ -144,6 +153,8 @@ int runScenario(const RunOptions& options)
     if (!completed)
         return failRun(transcript, error);
     if (!options.save.isEmpty() && !station_file::write(api.station(), options.save, &error))
+        return failRun(transcript, error);
+    if (!options.render.isEmpty() && !renderStation(api, options.render, renderSize, &error))
         return failRun(transcript, error);
     return code;
 }

@@ -12,6 +12,7 @@ struct RunOptions {
     bool print = false;  // print a readable account of the run on the standard output
     bool gui = false;    // show the window and leave it to a person (after the scenario, if any)
     QString screenshot;  // a PNG of the window, dock included, once the scenario has run; empty: none
+    QString render;      // a PNG of the 3D view of the station once the scenario has run; empty: none
 };
 
 // Runs a scenario, without showing anything unless a screenshot or the

@@ -74,6 +74,9 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("screenshot"),
                       QStringLiteral("Write a PNG picture of the window once the scenario has run."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("render"),
+                      QStringLiteral("Write a PNG picture of the 3D view of the station once the scenario has run."),
+                      QStringLiteral("file")});
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
@@ -89,15 +92,18 @@ int main(int argc, char** argv)
     options.print = parser.isSet(QStringLiteral("print"));
     options.gui = parser.isSet(QStringLiteral("gui"));
     options.screenshot = parser.value(QStringLiteral("screenshot"));
+    options.render = parser.value(QStringLiteral("render"));
     options.plugin = parser.isSet(QStringLiteral("plugin"))
                          ? parser.value(QStringLiteral("plugin"))
                          : QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("libzelvane.so"));
     // Outputs never overwrite the files the run reads.
-    for (const QString& output : {options.transcript, options.save, options.screenshot}) {
+    for (const QString& output : {options.transcript, options.save, options.screenshot, options.render}) {
         for (const QString& input : {options.station, options.script}) {
             if (sameFile(output, input))
                 return usageError(QStringLiteral("%1: an output file cannot also be an input").arg(output));
         }
     }
+    if (!options.render.isEmpty() && options.script.isEmpty())
+        return usageError(QStringLiteral("--render draws the station after a scenario: give --script too"));
     return options.script.isEmpty() ? runWindow(options) : runScenario(options);
 }

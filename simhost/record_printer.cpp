@@ -11,8 +11,13 @@ QString text(const QJsonObject& record, const char* key)
 
 QString describeInstruction(const QJsonObject& instruction)
 {
-    if (instruction.contains(QStringLiteral("moveJoint")))
-        return QStringLiteral("    move joints to %1").arg(text(instruction, "moveJoint"));
+    if (instruction.contains(QStringLiteral("moveJoint"))) {
+        QStringList joints;
+        for (const QJsonValue& value : instruction.value(QStringLiteral("joints")).toArray())
+            joints << QString::number(value.toDouble(), 'f', 2);
+        const QString line = QStringLiteral("    move joints to %1").arg(text(instruction, "moveJoint"));
+        return joints.isEmpty() ? line : QStringLiteral("%1  [%2]").arg(line.leftJustified(36), joints.join(QStringLiteral(", ")));
+    }
     if (instruction.contains(QStringLiteral("call")))
         return QStringLiteral("    call %1").arg(text(instruction, "call"));
     return QStringLiteral("    (instruction)");
@@ -35,6 +40,18 @@ QString describeRecord(const QJsonObject& record)
         return QStringLiteral("error: ") + text(record, "text");
     if (type == QLatin1String("param"))
         return QStringLiteral("parameter %1 = %2").arg(text(record, "name"), text(record, "value"));
+    if (type == QLatin1String("summary")) {
+        const auto number = [&](const char* key) { return record.value(QLatin1String(key)).toDouble(); };
+        return QStringLiteral("run: %1 s, %2 collision tests (%3 configurations, %4 joint moves); "
+                              "3D model: %5 configurations checked in %6 s (%7 a second)")
+            .arg(number("seconds"), 0, 'f', 2)
+            .arg(qint64(number("collisionTests")))
+            .arg(qint64(number("configurationTests")))
+            .arg(qint64(number("moveTests")))
+            .arg(qint64(number("cellConfigurations")))
+            .arg(number("cellSeconds"), 0, 'f', 2)
+            .arg(qint64(number("cellConfigurationsPerSecond")));
+    }
     if (type == QLatin1String("program")) {
         QStringList lines{QStringLiteral("program %1 for %2:").arg(text(record, "name"), text(record, "robot"))};
         for (const QJsonValue& instruction : record.value(QStringLiteral("instructions")).toArray())

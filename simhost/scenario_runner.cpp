@@ -55,6 +55,9 @@ bool ScenarioRunner::runStep(const Step& step, QString* problem)
     if (step.kind == QLatin1String("command"))
         return runCommand(step);
     if (step.kind == QLatin1String("event")) {
+        // A redraw replaces what plug-ins drew before it.
+        if (value.toInt() == HostEvent::Redrawn)
+            host_.api.drawings().redrawn();
         plugin->pluginEvent(value.toInt());
         return true;
     }

@@ -34,6 +34,14 @@ void SimHostApi::replaceStation(std::unique_ptr<Station> station)
     retired_.push_back(std::move(station_));
     station_ = std::move(station);
     station_->monitor = monitor_;
+    station_->scene = scene_;
+    drawings_.clear();
+}
+
+void SimHostApi::setSceneListener(SceneListener* listener)
+{
+    scene_ = listener;
+    station_->scene = listener;
 }
 
 void SimHostApi::setWindow(QWidget* window, QStatusBar* statusBar, bool headless)
@@ -147,6 +155,7 @@ int SimHostApi::collisions()
 {
     hostCalled();
     monitor_->collisionTested();
+    ++station_->cellStats.configurationTests;
     return station_->collisions();
 }
 
@@ -196,12 +205,22 @@ void SimHostApi::drawGeometry(int primitive, const double* points, int pointCoun
                               float lineWidth, int flag)
 {
     hostCalled();
+    SceneDrawing drawing;
+    drawing.primitive = primitive;
+    drawing.width = lineWidth;
     QJsonArray pointList;
-    for (int i = 0; points && i < pointCount; ++i)
+    for (int i = 0; points && i < pointCount; ++i) {
         pointList.append(QJsonArray{points[3 * i], points[3 * i + 1], points[3 * i + 2]});
+        drawing.points.insert(drawing.points.end(), points + 3 * i, points + 3 * i + 3);
+    }
     QJsonArray rgba;
-    for (int i = 0; color && i < 4; ++i)
+    for (int i = 0; color && i < 4; ++i) {
         rgba.append(plainFloat(color[i]));
+        drawing.color[size_t(i)] = color[i];
+    }
+    drawings_.add(std::move(drawing));
+    if (scene_)
+        scene_->sceneChanged();
     monitor_->record(QJsonObject{{QStringLiteral("type"), QStringLiteral("draw")},
                                  {QStringLiteral("primitive"), primitive},
                                  {QStringLiteral("count"), pointCount},

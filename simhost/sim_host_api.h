@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene_drawings.h"
 #include "station.h"
 
 #include "vorlik/host_api.h"
@@ -25,6 +26,11 @@ public:
 
     // Where messages go; without a window, pop-ups are recorded but not shown.
     void setWindow(QWidget* window, QStatusBar* statusBar, bool headless);
+    // What plug-ins drew in the 3D view, kept until the next redraw.
+    SceneDrawings& drawings() { return drawings_; }
+    // The 3D view, told of new drawings and joint sequences (of this station and the next ones).
+    void setSceneListener(SceneListener* listener);
+
     // The answer to the next pickItem: an item, or null to cancel.
     void queuePick(SimItem* item) { picks_.push_back(item); }
 
@@ -58,5 +64,7 @@ private:
     QStatusBar* statusBar_ = nullptr;
     bool headless_ = true;
     std::deque<SimItem*> picks_;
+    SceneDrawings drawings_;
+    SceneListener* scene_ = nullptr;
     int renderMode_ = 0;
 };

@@ -189,6 +189,7 @@ int SimItem::testJointMove(const JointVector& from, const JointVector& to, doubl
     hostCalled();
     if (station_->monitor)
         station_->monitor->collisionTested();
+    ++station_->cellStats.moveTests;
     if (type_ != ItemType::Robot)
         return 0;
     const double step = stepDeg > 0.0 ? stepDeg : station_->pathStepDeg();
@@ -234,10 +235,26 @@ void SimItem::finishProgram(const QString& text)
     hostCalled();
     if (type_ != ItemType::Program)
         return;
+    // The record also tells each move's joints, for a reader of the run.
+    QJsonArray instructionList = instructionsJson();
+    int written = 0;
+    for (const Instruction& instruction : instructions) {
+        if (instruction.target && instruction.target->deleted)
+            continue;  // not written
+        if (instruction.target) {
+            QJsonObject move = instructionList[written].toObject();
+            QJsonArray joints;
+            for (double value : instruction.target->jointValues)
+                joints.append(value);
+            move.insert(QStringLiteral("joints"), joints);
+            instructionList[written] = move;
+        }
+        ++written;
+    }
     record(QJsonObject{{QStringLiteral("type"), QStringLiteral("program")},
                        {QStringLiteral("name"), name_},
                        {QStringLiteral("robot"), robot ? QJsonValue(robot->itemName()) : QJsonValue()},
-                       {QStringLiteral("instructions"), instructionsJson()}});
+                       {QStringLiteral("instructions"), instructionList}});
 }
 
 void SimItem::addProgramCall(const QString& programName, int option)

@@ -13,6 +13,7 @@
 #include "station_render.h"
 #include "station_tree.h"
 #include "station_watch.h"
+#include "station_view.h"
 #include "transcript.h"
 
 #include <QApplication>
@@ -64,6 +65,13 @@ void startPlugin(PluginHost& plugin, HostWindow& window, SimHostApi& api)
     processHostEvents();
 }
 
+// The 3D view goes into every window a person or a screenshot sees.
+void attachView(HostWindow& window, SimHostApi& api)
+{
+    auto* view = new StationView(api);
+    window.setView(view);
+}
+
 void showWindow(HostWindow& window)
 {
     window.resize(windowWidth, windowHeight);
@@ -90,6 +98,8 @@ int workInWindow(SimHostApi& api, StationWatch& watch, PluginHost& plugin, HostW
     api.setWindow(&window, window.statusBar(), false);
     DesktopHost desktop(api, plugin, window, path);
     watch.onHostCalled = [&desktop] { desktop.hostCalled(); };
+    if (auto* view = window.findChild<StationView*>())
+        QObject::connect(view, &StationView::repainted, &desktop, &DesktopHost::viewRepainted);
     window.show();
     const int code = QApplication::exec();
     if (!desktop.closed() && plugin.loaded())
@@ -122,8 +132,10 @@ int runScenario(const RunOptions& options)
     api.setWindow(&window, window.statusBar(), true);
     QuestionAnswerer answerer(&monitor);
     qApp->installEventFilter(&answerer);
-    if (options.gui || !options.screenshot.isEmpty())
+    if (options.gui || !options.screenshot.isEmpty()) {
+        attachView(window, api);
         showWindow(window);
+    }
 
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))
@@ -173,6 +185,7 @@ int runWindow(const RunOptions& options)
     SimHostApi api(std::move(station), &watch);
     HostWindow window{HostSetup()};
     api.setWindow(&window, window.statusBar(), false);
+    attachView(window, api);
     showWindow(window);
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <cstring>
 
 namespace {
@@ -38,8 +40,22 @@ int usageError(const QString& message)
 
 }  // namespace
 
+// Qt warns at every start when the session has no runtime folder (as in CI
+// and containers); a private one of our own keeps the output clean.
+static void ensureRuntimeFolder()
+{
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QByteArray folder = QDir::tempPath().toLocal8Bit() + "/vorlik-sim-runtime-" + QByteArray::number(getuid());
+    ::mkdir(folder.constData(), 0700);
+    struct stat info {};
+    if (::stat(folder.constData(), &info) == 0 && info.st_uid == getuid() && (info.st_mode & 0777) == 0700)
+        qputenv("XDG_RUNTIME_DIR", folder);
+}
+
 int main(int argc, char** argv)
 {
+    ensureRuntimeFolder();
     // A scripted run shows nothing and needs no display, unless the window or a picture of it is asked for.
     const bool showsWindow = given(argc, argv, "--gui") || given(argc, argv, "--screenshot");
     const bool scripted = given(argc, argv, "--script");

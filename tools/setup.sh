@@ -22,5 +22,11 @@ if [ ${#missing[@]} -gt 0 ]; then
   apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
 
+echo "Configuring and building in $build ..."
 cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j"$(nproc)"
+# The build's own chatter goes to a log; a failed build shows its end.
+if ! cmake --build "$build" -j"$(nproc)" > "$build/build.log" 2>&1; then
+  tail -n 60 "$build/build.log" >&2
+  echo "The build failed; the whole log is $build/build.log" >&2
+  exit 1
+fi

@@ -65,15 +65,10 @@ void startPlugin(PluginHost& plugin, HostWindow& window, SimHostApi& api)
     processHostEvents();
 }
 
-// The 3D view goes into every window a person or a screenshot sees.
-void attachView(HostWindow& window, SimHostApi& api)
+// Shows the window; the 3D view goes into every window a person or a screenshot sees.
+void showWindow(HostWindow& window, SimHostApi& api)
 {
-    auto* view = new StationView(api);
-    window.setView(view);
-}
-
-void showWindow(HostWindow& window)
-{
+    window.setView(new StationView(api));
     window.resize(windowWidth, windowHeight);
     window.show();
     processHostEvents();
@@ -132,10 +127,8 @@ int runScenario(const RunOptions& options)
     api.setWindow(&window, window.statusBar(), true);
     QuestionAnswerer answerer(&monitor);
     qApp->installEventFilter(&answerer);
-    if (options.gui || !options.screenshot.isEmpty()) {
-        attachView(window, api);
-        showWindow(window);
-    }
+    if (options.gui || !options.screenshot.isEmpty())
+        showWindow(window, api);
 
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))
@@ -185,8 +178,7 @@ int runWindow(const RunOptions& options)
     SimHostApi api(std::move(station), &watch);
     HostWindow window{HostSetup()};
     api.setWindow(&window, window.statusBar(), false);
-    attachView(window, api);
-    showWindow(window);
+    showWindow(window, api);
     PluginHost plugin;
     if (!plugin.open(options.plugin, &error))
         return failRun(transcript, error);

@@ -64,7 +64,9 @@ void addTargets(PlannerSession& session, const QList<Item>& targets, int jointCo
         if (joints.count() != jointCount)
             continue;
         const QString name = target->name();
-        progress.start(session.mainWindow, planTr("Adding %1 (%2/%3)").arg(name).arg(i + 1).arg(total));
+        // One pass, so that a "%2" or the like inside the name is left as it is.
+        progress.start(session.mainWindow,
+                       planTr("Adding %1 (%2/%3)").arg(name, QString::number(i + 1), QString::number(total)));
         const Insertion outcome = insertIntoMap(session, joints, parameters, edgesMade);
         qDebug().noquote().nospace() << "Done adding first node";
         progress.finish();

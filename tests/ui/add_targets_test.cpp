@@ -116,6 +116,15 @@ TEST_F(AddTargetsTest, TargetOfAnotherJointCountIsSkippedButCounted)
     EXPECT_EQ(columns(session.samples), 5);
 }
 
+TEST_F(AddTargetsTest, PlaceholdersInATargetNameStayInTheTitle)
+{
+    selectTarget("T%1 %2", {100, 100});
+    selectTarget("U", {-100, -100});
+    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_EQ(progressTitles, (QStringList{"Adding T%1 %2 (1/2)", "Adding U (2/2)"}));
+    EXPECT_EQ(station.messageTexts().first(), "Successfully added target: T%1 %2");
+}
+
 TEST_F(AddTargetsTest, OnlySkippedTargetsAddNothing)
 {
     selectTarget("W", {1, 2, 3});

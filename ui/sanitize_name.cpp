@@ -1,13 +1,22 @@
 #include "sanitize_name.h"
 
-#include <QRegularExpression>
+namespace {
+bool isAsciiLetterOrDigit(QChar c)
+{
+    const ushort u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9');
+}
+}  // namespace
 
+// Letters and digits must be ASCII; whitespace may be any (a no-break space
+// or an em space survives like a tab), except the blank itself.
 QString sanitizeName(const QString& text)
 {
-    static const QRegularExpression notNameCharacter(QStringLiteral("[^a-zA-Z\\d\\s]"));
-    QString name = text;
-    name.remove(notNameCharacter);
-    name.remove(QLatin1Char(' '));
-    name.remove(QLatin1Char('-'));
+    QString name;
+    name.reserve(text.size());
+    for (const QChar c : text) {
+        if ((isAsciiLetterOrDigit(c) || c.isSpace()) && c != QLatin1Char(' '))
+            name.append(c);
+    }
     return name;
 }

@@ -23,3 +23,15 @@ TEST(SanitizeName, OnlyAsciiLettersAndDigitsAreKept)
     EXPECT_EQ(sanitizeName(QString::fromUtf8("Zürich_2.0")), "Zrich20");
     EXPECT_EQ(sanitizeName("!@#$%^&*()"), "");
 }
+
+TEST(SanitizeName, AnyWhitespaceButTheBlankSurvives)
+{
+    const QString noBreak(QChar(0x00A0));
+    const QString emSpace(QChar(0x2003));
+    EXPECT_EQ(sanitizeName("a" + noBreak + "b" + emSpace + "c d"), "a" + noBreak + "b" + emSpace + "cd");
+}
+
+TEST(SanitizeName, DigitsOtherThanAsciiAreRemoved)
+{
+    EXPECT_EQ(sanitizeName(QString("P") + QChar(0x0663) + QChar(0xFF11) + "4"), "P4");
+}

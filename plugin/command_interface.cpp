@@ -11,10 +11,26 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 bool startsWith(const QString& command, const char* keyword)
 {
     return command.startsWith(QLatin1String(keyword), Qt::CaseInsensitive);
+}
+
+// Truncated toward zero; values beyond the 32-bit range stop at its ends
+// (a plain conversion of such a value would be undefined).
+int truncatedSetting(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    if (value <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    return static_cast<int>(value);
 }
 }  // namespace
 
@@ -54,11 +70,11 @@ QString PluginAutoPRM::pluginCommand(const QString& command, const QString& valu
     if (!isNumber)
         return planTr("Invalid value");
     if (startsWith(command, "Samples")) {
-        nSamples = int(number);
+        nSamples = truncatedSetting(number);
     } else if (startsWith(command, "Edges")) {
-        nEdgesPerSample = int(number);
+        nEdgesPerSample = truncatedSetting(number);
     } else if (startsWith(command, "NewNodeEdges")) {
-        nNewNodeEdges = int(number);
+        nNewNodeEdges = truncatedSetting(number);
     } else if (startsWith(command, "Display")) {
         displaySamples = number > 0.0;
         hostApi->update(1);

@@ -80,6 +80,17 @@ TEST_F(Commands, NumericSettingsAreTruncatedAndUnlimited)
     EXPECT_EQ(plugin->nEdgesPerSample, 10);
 }
 
+TEST_F(Commands, SettingsBeyondTheIntegerRangeStopAtItsEnds)
+{
+    addRobot("Arm1");
+    EXPECT_EQ(plugin->pluginCommand("Samples", "1e10"), "OK");
+    EXPECT_EQ(plugin->nSamples, 2147483647);
+    EXPECT_EQ(plugin->pluginCommand("Edges", "-1e12"), "OK");
+    EXPECT_EQ(plugin->nEdgesPerSample, -2147483647 - 1);
+    EXPECT_EQ(plugin->pluginCommand("NewNodeEdges", "-7.9"), "OK");
+    EXPECT_EQ(plugin->nNewNodeEdges, -7);
+}
+
 TEST_F(Commands, NonNumericValueIsInvalidAndChangesNothing)
 {
     addRobot("Arm1");

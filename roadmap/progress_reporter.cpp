@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QLabel>
 #include <QProgressBar>
 #include <QProgressDialog>
 
@@ -39,6 +40,12 @@ void ProgressReporter::start(QWidget* parent, const QString& title)
     dialog->setModal(true);
     dialog->show();
     dialog_ = dialog;
+    label_ = dialog->findChild<QLabel*>();
+    bar_ = dialog->findChild<QProgressBar*>();
+    // The bar would repaint itself at every new value; it waits for refresh().
+    if (bar_)
+        bar_->setUpdatesEnabled(false);
+    refreshDue_ = true;
 }
 
 bool ProgressReporter::update(int value)
@@ -51,15 +58,36 @@ bool ProgressReporter::update(int value)
         cancelled_ = true;
         return true;
     }
-    dialog_->setLabelText(headline_ + "<br>" + detail_);
-    if (value >= 0) {
-        // Set through the bar: QProgressDialog::setValue would run the event
-        // loop on its own, and each update must process events exactly once.
-        if (auto* bar = dialog_->findChild<QProgressBar*>())
-            bar->setValue(value);
+    // The label alone takes the text at once; the dialog's own setter would
+    // also lay it out and resize the dialog.
+    const QString text = headline_ + "<br>" + detail_;
+    if (label_)
+        label_->setText(text);
+    else
+        dialog_->setLabelText(text);
+    if (value >= 0 && bar_) {
+        // Set through the bar: QProgressDialog::setValue would run the event loop on its own.
+        bar_->setValue(value);
+    }
+    if (refreshDue_ || sinceRefresh_.elapsed() >= RefreshIntervalMs)
+        refresh();
+    return false;
+}
+
+void ProgressReporter::refresh()
+{
+    refreshDue_ = false;
+    // The text is the label's already: this only fits the dialog to it.
+    dialog_->setLabelText(dialog_->labelText());
+    if (bar_) {
+        bar_->setUpdatesEnabled(true);
+        bar_->update();
     }
     QCoreApplication::processEvents();
-    return false;
+    // The event loop may have closed the dialog or started another operation.
+    if (bar_)
+        bar_->setUpdatesEnabled(false);
+    sinceRefresh_.start();
 }
 
 bool ProgressReporter::attempt(int attemptNumber)

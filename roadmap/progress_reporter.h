@@ -1,14 +1,25 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPointer>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QString>
 
+class QLabel;
 class QWidget;
 
 // The one modal progress dialog of the process, through which every long
-// roadmap operation shows its state and learns of a cancel. Each update lets
-// the event loop run once, which is how the Cancel button reaches the loops.
+// roadmap operation shows its state and learns of a cancel.
+//
+// An operation updates it once per collision test, thousands of times a
+// second, while laying out its rich-text label and painting it takes a good
+// fraction of a millisecond. So every update keeps the dialog's text and
+// value current (labelText() and value() answer them at once) and checks for
+// a cancel, but the dialog is laid out, painted and the event loop run (which
+// is how the Cancel button and the rest of the user interface reach the
+// operation) only at the first update after it is shown and then at most
+// every RefreshInterval.
 class ProgressReporter {
 public:
     void start(QWidget* parent, const QString& title);
@@ -24,8 +35,18 @@ public:
     bool cancelled() const { return cancelled_; }
     QProgressDialog* dialog() const { return dialog_; }
 
+    static constexpr int RefreshIntervalMs = 30;
+
 private:
+    // Lays the dialog out and paints it with its current text and value,
+    // then lets the event loop run once.
+    void refresh();
+
     QPointer<QProgressDialog> dialog_;
+    QPointer<QLabel> label_;
+    QPointer<QProgressBar> bar_;
+    QElapsedTimer sinceRefresh_;
+    bool refreshDue_ = false;
     bool cancelled_ = false;
     QString title_;
     QString headline_;

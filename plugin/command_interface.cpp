@@ -2,7 +2,7 @@
 #include "plugin_autoprm.h"
 
 #include "edge_list.h"
-#include "matrix_io.h"
+#include "matrix_text.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
@@ -122,7 +122,10 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
         return planTr("Unable to open file for writting: ") + path;
     QTextStream stream(&file);
     const bool wantsGraph = command.contains(QLatin1String("Map"), Qt::CaseInsensitive);
-    writeMatrixText(stream, wantsGraph ? graph : samples, true);
+    if (wantsGraph)
+        writeGraphText(stream, graph, true);
+    else
+        writeMatrixText(stream, samples, true);
     stream.flush();
     file.close();
     return planTr("Done");

@@ -1,58 +1,23 @@
-#include "matrix_io.h"
+#include "matrix_text.h"
 
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
 
-#include <QDataStream>
 #include <QDebug>
 #include <QTextStream>
 
+#include <vector>
+
 namespace {
-// Sizes beyond this come from a damaged record, not from a map: reading them
-// would exhaust memory, so such a matrix is read as empty.
-constexpr qint64 MaxReadableElements = qint64(1) << 28;
+void writeColumnText(QTextStream& stream, const double* values, int rowCount, bool commaForm)
+{
+    if (!commaForm)
+        stream << "[";
+    for (int r = 0; r < rowCount; ++r)
+        stream << QString::number(values[r], 'f', 8) << (commaForm ? ", " : " ");
+    stream << (commaForm ? "\n" : "];\n");
+}
 }  // namespace
-
-void writeMatrix(QDataStream& stream, const RoadmapMatrix* matrix)
-{
-    stream << qint32(matrix->dimensionCount);
-    for (int i = 0; i < matrix->dimensionCount; ++i)
-        stream << qint32(matrix->extents[i]);
-    const int count = elementCount(matrix);
-    for (int i = 0; i < count; ++i)
-        stream << matrix->values[i];
-}
-
-void readMatrix(QDataStream& stream, RoadmapMatrix** handle)
-{
-    if (stream.atEnd()) {
-        qDebug().noquote().nospace() << "No data to read";
-        return;
-    }
-    destroyMatrix(handle);
-    qint32 dimensions = 0;
-    stream >> dimensions;
-    qDebug().noquote().nospace() << "Loading matrix of dimensions: " << dimensions;
-    createMatrix(handle, dimensions);
-    RoadmapMatrix* matrix = *handle;
-    for (int i = 0; i < dimensions; ++i) {
-        qint32 size = 0;
-        stream >> size;
-        matrix->extents[i] = size;
-    }
-    qint64 product = 1;
-    for (int i = 0; i < dimensions; ++i)
-        product *= qMax<qint64>(matrix->extents[i], 0);
-    if (product > MaxReadableElements) {
-        qDebug().noquote().nospace() << "Matrix too large to read: " << product << " elements";
-        for (int i = 0; i < dimensions; ++i)
-            matrix->extents[i] = 0;
-        return;
-    }
-    ensureCapacity(matrix, 0);
-    const int count = elementCount(matrix);
-    for (int i = 0; i < count; ++i)
-        stream >> matrix->values[i];
-}
 
 void writeMatrixText(QTextStream& stream, const RoadmapMatrix* matrix, bool commaForm)
 {
@@ -60,12 +25,19 @@ void writeMatrixText(QTextStream& stream, const RoadmapMatrix* matrix, bool comm
     const int columnCount = dimensionSize(matrix, 2);
     if (rowCount * columnCount == 0)
         return;
-    for (int c = 0; c < columnCount; ++c) {
-        const double* values = column(matrix, c);
-        if (!commaForm)
-            stream << "[";
-        for (int r = 0; r < rowCount; ++r)
-            stream << QString::number(values[r], 'f', 8) << (commaForm ? ", " : " ");
-        stream << (commaForm ? "\n" : "];\n");
+    for (int c = 0; c < columnCount; ++c)
+        writeColumnText(stream, column(matrix, c), rowCount, commaForm);
+}
+
+void writeGraphText(QTextStream& stream, const RoadmapGraph* graph, bool commaForm)
+{
+    const int n = graph->nodeCount();
+    std::vector<double> values(static_cast<size_t>(n), 0.0);
+    for (int c = 0; c < n; ++c) {
+        for (const RoadmapGraph::Edge& edge : graph->edgesOf(c))
+            values[static_cast<size_t>(edge.node)] = edge.length;
+        writeColumnText(stream, values.data(), n, commaForm);
+        for (const RoadmapGraph::Edge& edge : graph->edgesOf(c))
+            values[static_cast<size_t>(edge.node)] = 0.0;
     }
 }

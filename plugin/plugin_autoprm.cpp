@@ -1,6 +1,7 @@
 #include "plugin_autoprm.h"
 
 #include "host_access.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
@@ -49,9 +50,8 @@ PluginAutoPRM::PluginAutoPRM(QObject* parent) : QObject(parent)
 
 PluginAutoPRM::~PluginAutoPRM()
 {
-    // A host that deletes the object without unloading it first leaves the matrices.
-    for (RoadmapMatrix** matrix : {&samples, &graph, &route, &samplePositions, &workGraph, &workSamples})
-        destroyMatrix(matrix);
+    // A host that deletes the object without unloading it first leaves the map.
+    releaseMap();
 }
 
 QString PluginAutoPRM::title()
@@ -70,10 +70,13 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
     pluginTitle = planTr("Collision-free motion planner");
 
     restoreDefaultSettings();
-    for (RoadmapMatrix** matrix : {&samples, &graph, &route, &samplePositions, &workGraph, &workSamples}) {
-        destroyMatrix(matrix);
-        *matrix = createMatrix();
-    }
+    releaseMap();
+    samples = createMatrix();
+    graph = new RoadmapGraph;
+    route = createMatrix();
+    samplePositions = createMatrix();
+    workGraph = new RoadmapGraph;
+    workSamples = createMatrix();
 
     setRoadmapHost(hostApi_);
     hostApi = hostApi_;
@@ -171,8 +174,7 @@ void PluginAutoPRM::pluginUnload()
     actionLinkPrograms = nullptr;
     destroyLater(actionLinkTargets);
     actionLinkTargets = nullptr;
-    for (RoadmapMatrix** matrix : {&samples, &graph, &route, &samplePositions, &workGraph, &workSamples})
-        destroyMatrix(matrix);
+    releaseMap();
     cleanupResources();
 }
 
@@ -236,9 +238,21 @@ void PluginAutoPRM::clearMapAndSettings()
         return;
     restoreDefaultSettings();
     setSize(samples, 0, 0);
-    setSize(graph, 0, 0);
+    graph->clear();
     setSize(route, 0, 0);
     emit UpdateForm();
+}
+
+void PluginAutoPRM::releaseMap()
+{
+    destroyMatrix(&samples);
+    delete graph;
+    graph = nullptr;
+    destroyMatrix(&route);
+    destroyMatrix(&samplePositions);
+    delete workGraph;
+    workGraph = nullptr;
+    destroyMatrix(&workSamples);
 }
 
 void PluginAutoPRM::callback_join_seltargets()

@@ -76,6 +76,8 @@ private:
     QString saveCommand(const QString& command, const QString& path);
     void restoreDefaultSettings();
     void clearMapAndSettings();
+    // Frees the map's matrices and graphs (load creates them anew).
+    void releaseMap();
     void placeMenu(QMenuBar* menuBar);
 
     QToolBar* toolbar = nullptr;

@@ -1,8 +1,9 @@
 // Settings and maps travel inside the station as data parameters.
 #include "plugin_autoprm.h"
 
-#include "matrix_io.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
+#include "robot_map_record.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
 
@@ -75,7 +76,7 @@ void PluginAutoPRM::saveSettings()
 void PluginAutoPRM::loadRobotMap()
 {
     setSize(samples, 0, 0);
-    setSize(graph, 0, 0);
+    graph->clear();
     setSize(route, 0, 0);
     if (!requireRobot(true)) {
         emit UpdateForm();
@@ -84,10 +85,16 @@ void PluginAutoPRM::loadRobotMap()
     const QByteArray bytes = hostApi->getDataParam(robotMapKey(pluginName(), robot->name()));
     if (!bytes.isEmpty()) {
         qDebug().noquote().nospace() << "Loading robot settings...";
-        QDataStream stream(bytes);
-        readMatrix(stream, &samples);
-        readMatrix(stream, &graph);
-        readMatrix(stream, &route);
+        JointVector lower;
+        JointVector upper;
+        robot->jointLimits(lower, upper);
+        QString problem;
+        if (!decodeRobotMap(bytes, lower.count(), samples, graph, route, &problem)) {
+            qDebug().noquote().nospace() << "Stored map not loaded: " << problem;
+            hostApi->showMessage(planTr("The map stored for robot %1 cannot be used (%2). Compute a new map.")
+                                     .arg(robot->name(), problem),
+                                 false);
+        }
     }
     emit UpdateForm();
 }
@@ -97,12 +104,13 @@ void PluginAutoPRM::saveRobotMap()
     if (!requireRobot(true))
         return;
     qDebug().noquote().nospace() << "Saving robot settings...";
-    QByteArray bytes;
-    {
-        QDataStream stream(&bytes, QIODevice::WriteOnly);
-        writeMatrix(stream, samples);
-        writeMatrix(stream, graph);
-        writeMatrix(stream, route);
+    QString problem;
+    const QByteArray bytes = encodeRobotMap(samples, graph, route, &problem);
+    if (bytes.isNull()) {
+        qDebug().noquote().nospace() << "Map not saved: " << problem;
+        hostApi->showMessage(planTr("The map of robot %1 cannot be saved in the station: %2").arg(robot->name(), problem),
+                             true);
+        return;
     }
     hostApi->setDataParam(robotMapKey(pluginName(), robot->name()), bytes);
 }

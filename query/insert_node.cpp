@@ -1,15 +1,15 @@
 #include "insert_node.h"
 
 #include "edge_test.h"
-#include "index_matrix.h"
 #include "progress_reporter.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
-#include "sort_permutation.h"
 #include "translate.h"
 
 #include <QDebug>
 
 #include <algorithm>
+#include <vector>
 #include <climits>
 #include <cmath>
 
@@ -42,56 +42,62 @@ bool connectProgress(int candidate, int candidateTotal, int edges)
     return reporter.update(static_cast<int>(candidate * 100LL / candidateTotal));
 }
 
-// graphOut = graph bordered by one zero row and column for the new node.
-void growGraph(const RoadmapMatrix* graph, RoadmapMatrix* graphOut)
+struct Candidate {
+    int index;  // 0-based sample
+    double distance;
+};
+
+// Candidates are tried in the order a stable sort of their distances gives:
+// nearest first, equal distances by ascending index. As a heap comparison:
+// true when a comes after b.
+bool triedLater(const Candidate& a, const Candidate& b)
 {
-    const int side = rows(graph);
-    setSize(graphOut, side + 1, side + 1);
-    fillZero(graphOut);
-    for (int c = 0; c < side; ++c)
-        for (int r = 0; r < side; ++r)
-            at(graphOut, r, c) = at(graph, r, c);
+    if (a.distance != b.distance)
+        return a.distance > b.distance;
+    return a.index > b.index;
 }
 }  // namespace
 
 void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples,
-                const RoadmapMatrix* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
-                RoadmapMatrix* graphOut, int* edgesMade, int* nodeIndex)
+                const RoadmapGraph* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
+                RoadmapGraph* graphOut, int* edgesMade, int* nodeIndex)
 {
     const int jointCount = rows(samples);
     const int sampleCount = columns(samples);
     if (sampleCount < 1) {
         setSize(samplesOut, 0, 0);
-        setSize(graphOut, 0, 0);
+        graphOut->clear();
         *nodeIndex = -1;
         *edgesMade = 0;
         return;
     }
 
-    const ScopedMatrix distanceOwner = makeScopedMatrix();
-    RoadmapMatrix* distances = distanceOwner.get();
-    const ScopedIndexMatrix order(createIndexMatrix());
-    setSize(distances, sampleCount, 1);
+    std::vector<Candidate> candidates(static_cast<size_t>(sampleCount));
     for (int j = 0; j < sampleCount; ++j)
-        distances->values[j] = jointDistance(configuration.data(), column(samples, j), jointCount);
-    sortWithPermutation(distances, order.get());
+        candidates[static_cast<size_t>(j)] = {j, jointDistance(configuration.data(), column(samples, j), jointCount)};
+    const Candidate nearest = *std::min_element(candidates.begin(), candidates.end(),
+                                                [](const Candidate& a, const Candidate& b) { return triedLater(b, a); });
 
-    copyMatrix(samples, samplesOut);
+    if (samplesOut != samples)
+        copyMatrix(samples, samplesOut);
+    if (graphOut != graph)
+        *graphOut = *graph;
 
     // Within one robot step of a sample the configuration is that sample. The
     // edges-per-sample setting is reported as the edge count, so that callers
     // judge a reused node a success.
-    if (parameters[PlannerParameter::RobotStep] >= distances->values[0]) {
-        *nodeIndex = order->values[0];
-        copyMatrix(graph, graphOut);
+    if (parameters[PlannerParameter::RobotStep] >= nearest.distance) {
+        *nodeIndex = nearest.index + 1;
         *edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
         return;
     }
 
-    growGraph(graph, graphOut);
-    const int side = rows(graph);
+    const int side = graphOut->nodeCount();
+    graphOut->addNode();
     *nodeIndex = incrementSaturated(side);
 
+    // Nearest first, taken from a heap one at a time: usually only a few are tried.
+    std::make_heap(candidates.begin(), candidates.end(), triedLater);
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
         if (connectProgress(k + 1, sampleCount, edges)) {
@@ -99,14 +105,16 @@ void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatri
             *edgesMade = edges;
             return;
         }
-        const int candidate = order->values[k] - 1;
-        if (edgeIsBlocked(robot, configuration.data(), column(samples, candidate), jointCount) != 0)
+        std::pop_heap(candidates.begin(), candidates.end(), triedLater);
+        const Candidate candidate = candidates.back();
+        candidates.pop_back();
+        if (edgeIsBlocked(robot, configuration.data(), column(samples, candidate.index), jointCount) != 0)
             continue;
         edges = incrementSaturated(edges);
-        if (sampleCount <= side) {
-            at(graphOut, candidate, sampleCount) = distances->values[k];
-            at(graphOut, sampleCount, candidate) = distances->values[k];
-        }
+        // The node's edges go to index N, which after a cancelled insertion is
+        // that earlier node's.
+        if (sampleCount <= side)
+            graphOut->setLength(candidate.index, sampleCount, candidate.distance);
         if (edges >= parameters[PlannerParameter::NewNodeEdges])
             break;
     }

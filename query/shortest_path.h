@@ -1,11 +1,13 @@
 #pragma once
 
+class RoadmapGraph;
 struct RoadmapMatrix;
 
 // Path cost that means "no path".
 constexpr double NoPathCost = 1e99;
 
-// Dijkstra search over the dense graph (0 = no edge) between 1-based nodes.
-// `path` becomes a 1 x m row of 1-based nodes from destination back to source;
-// cost >= NoPathCost means unreachable.
-void shortestPath(const RoadmapMatrix* graph, int source, int destination, double* cost, RoadmapMatrix* path);
+// Dijkstra search over the roadmap graph between 1-based nodes. `path`
+// becomes a 1 x m row of 1-based nodes from destination back to source;
+// cost >= NoPathCost means unreachable. Of equally short paths it returns the
+// one the planner has always returned (see shortest_path.cpp).
+void shortestPath(const RoadmapGraph* graph, int source, int destination, double* cost, RoadmapMatrix* path);

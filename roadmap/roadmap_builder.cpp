@@ -2,29 +2,30 @@
 
 #include "collision_check.h"
 #include "edge_test.h"
-#include "index_matrix.h"
+#include "nearest_samples.h"
 #include "progress_reporter.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
-#include "sort_permutation.h"
 #include "translate.h"
 
 #include <QDebug>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
-// Keeps the leading keep x keep block of the graph and the first keep samples.
-// The graph goes through a temporary so that every entry keeps its row and
-// column; the samples are column-major, so their first columns are a prefix.
-void truncateRoadmap(RoadmapMatrix* samples, RoadmapMatrix* graph, int keep)
+// Keeps the first `keep` samples and the edges among them.
+void truncateRoadmap(RoadmapMatrix* samples, RoadmapGraph* graph, int keep)
 {
-    ScopedMatrix block = makeScopedMatrix();
-    setSize(block.get(), keep, keep);
-    for (int c = 0; c < keep; ++c)
-        for (int r = 0; r < keep; ++r)
-            at(block.get(), r, c) = at(graph, r, c);
-    copyMatrix(block.get(), graph);
+    graph->resize(keep);
     setSize(samples, rows(samples), keep);
+}
+
+// How many of the nearest older samples are tried: every m with m < min(K, k).
+int candidateCount(double edgesPerSample, int olderCount)
+{
+    const double bound = std::min(edgesPerSample, double(olderCount));
+    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
 }
 }  // namespace
 
@@ -40,7 +41,7 @@ bool prmProgress(int samplesDone, int sampleTotal, double edgeCount)
 }
 
 void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const RoadmapMatrix* seeds,
-                  RoadmapMatrix* samples, RoadmapMatrix* graph)
+                  RoadmapMatrix* samples, RoadmapGraph* graph)
 {
     double lower[JointVector::MaxJoints] = {};
     double upper[JointVector::MaxJoints] = {};
@@ -52,7 +53,7 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
     findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
     if (cancelValue > 0) {
         setSize(samples, 0, 0);
-        setSize(graph, 0, 0);
+        graph->clear();
         return;
     }
 
@@ -62,13 +63,10 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
     fillZero(samples);
     if (sampleTotal > 0)
         std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, 0));
-    setSize(graph, sampleTotal, sampleTotal);
-    fillZero(graph);
+    graph->clear();
+    graph->resize(sampleTotal);
     double edgeCount = 0.0;
-
-    const ScopedMatrix distanceOwner = makeScopedMatrix();
-    RoadmapMatrix* distances = distanceOwner.get();
-    const ScopedIndexMatrix order(createIndexMatrix());
+    NearestSamples nearest;
 
     for (int k = 1; k < sampleTotal; ++k) {
         findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
@@ -79,22 +77,16 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
         double* sample = column(samples, k);
         std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
 
-        setSize(distances, k, 1);
-        for (int p = 0; p < k; ++p)
-            distances->values[p] = jointDistance(sample, column(samples, p), jointCount);
-        sortWithPermutation(distances, order.get());
-
         // Only the K nearest are tried; a blocked one is not replaced by the next.
-        for (int m = 0; m < std::min(edgesPerSample, double(k)); ++m) {
+        const int tried = candidateCount(edgesPerSample, k);
+        for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
             if (prmProgress(k + 1, sampleTotal, edgeCount)) {
                 truncateRoadmap(samples, graph, k + 1);
                 return;
             }
-            const int q = order->values[m] - 1;
-            if (edgeIsBlocked(robot, sample, column(samples, q), jointCount) == 0) {
+            if (edgeIsBlocked(robot, sample, column(samples, candidate.index), jointCount) == 0) {
                 edgeCount += 1.0;
-                at(graph, k, q) = distances->values[m];
-                at(graph, q, k) = distances->values[m];
+                graph->setLength(k, candidate.index, candidate.distance);
             }
         }
     }

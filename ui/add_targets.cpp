@@ -20,29 +20,24 @@ namespace {
 
 enum class Insertion { AlreadyPresent, Connected, Isolated };
 
-// Inserts one configuration into the working copy of the map under an already
-// open dialog and tells what became of it. A cancelled insertion leaves the
-// sample count unchanged and therefore reads as already present.
+// Inserts one configuration into the map, in place, under an already open
+// dialog and tells what became of it. A cancelled insertion leaves the sample
+// count unchanged and therefore reads as already present.
 Insertion insertIntoMap(PlannerSession& session, const JointVector& joints, const PlannerParameters& parameters,
                         int* edgesMade)
 {
     Configuration configuration{};
     std::copy(joints.values(), joints.values() + joints.count(), configuration.begin());
     int nodeIndex = -1;
-    insertNode(session.robot, configuration, session.samples, session.graph, parameters, session.workSamples,
-               session.workGraph, edgesMade, &nodeIndex);
+    const int samplesBefore = columns(session.samples);
+    insertNode(session.robot, configuration, session.samples, session.graph, parameters, session.samples,
+               session.graph, edgesMade, &nodeIndex);
     Insertion outcome = Insertion::Isolated;
-    if (columns(session.workSamples) == columns(session.samples))
+    if (columns(session.samples) == samplesBefore)
         outcome = Insertion::AlreadyPresent;
     else if (*edgesMade > 0)
         outcome = Insertion::Connected;
     return outcome;
-}
-
-void commitWorkMap(PlannerSession& session)
-{
-    copyMatrix(session.workSamples, session.samples);
-    copyMatrix(session.workGraph, session.graph);
 }
 
 QList<Item> selectedTargets(HostApi* host)
@@ -81,7 +76,6 @@ void addTargets(PlannerSession& session, const QList<Item>& targets, int jointCo
             host->showMessage(planTr("Unable to add target: ") + name + " (" + joints.toText(", ", 3) + ")", false);
             break;
         }
-        commitWorkMap(session);
     }
 }
 
@@ -108,7 +102,6 @@ bool addRobotPosition(PlannerSession& session, const JointVector& joints, const 
         added = false;
         break;
     }
-    commitWorkMap(session);
     return added;
 }
 

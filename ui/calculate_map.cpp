@@ -4,6 +4,7 @@
 #include "progress_reporter.h"
 #include "replace_map_question.h"
 #include "roadmap_builder.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
 #include "vorlik/host_api.h"
@@ -47,7 +48,7 @@ ScopedMatrix collectSeeds(PlannerSession& session, int jointCount)
 
 void commitWorkMap(PlannerSession& session)
 {
-    copyMatrix(session.workGraph, session.graph);
+    *session.graph = *session.workGraph;
     copyMatrix(session.workSamples, session.samples);
 }
 
@@ -83,9 +84,9 @@ void CalculateMap(PlannerSession& session)
         robot->showJointSequence(session.samples);
     } else {
         qDebug().noquote().nospace() << "Operation aborted!";
-        if (rows(session.workGraph) == 0) {
+        if (session.workGraph->isEmpty()) {
             // Nothing was kept: the previous map stays without asking.
-        } else if (rows(session.graph) == 0) {
+        } else if (session.graph->isEmpty()) {
             commitWorkMap(session);
         } else if (askReplaceMap(session.mainWindow)) {
             commitWorkMap(session);

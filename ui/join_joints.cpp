@@ -25,18 +25,12 @@ Configuration configurationFrom(const double* joints)
     return configuration;
 }
 
-// Inserts one query configuration; the scratch result becomes the map at once.
+// Inserts one query configuration into the map, in place: it stays there.
 void insertQueryNode(PlannerSession& session, const double* joints, const PlannerParameters& parameters,
                      int* edgesMade, int* nodeIndex)
 {
     insertNode(session.robot, configurationFrom(joints), session.samples, session.graph, parameters,
-               session.workSamples, session.workGraph, edgesMade, nodeIndex);
-}
-
-void commitWorkMap(PlannerSession& session)
-{
-    copyMatrix(session.workSamples, session.samples);
-    copyMatrix(session.workGraph, session.graph);
+               session.samples, session.graph, edgesMade, nodeIndex);
 }
 
 // Writes the route as program `progname`: one target per node, named after its
@@ -105,7 +99,6 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
     insertQueryNode(session, jnts1, parameters, &edgesMade, &startIndex);
     qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
-    commitWorkMap(session);
     if (edgesMade < 1) {
         host->showMessage(firstTargetUnreachable, !silent);
         return false;
@@ -118,7 +111,6 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
     if (!firstCancelled)
         progress.finish();
     qDebug().noquote().nospace() << "Done adding second node";
-    commitWorkMap(session);
     if (edgesMade < 1) {
         host->showMessage(planTr("The robot is unable to reach the second target for program <strong>%1</strong>. "
                                  "Try to increase the number of samples and update the collision map.")

@@ -9,6 +9,7 @@ class HostItem;
 class QMainWindow;
 class QObject;
 class QStatusBar;
+class RoadmapGraph;
 struct RoadmapMatrix;
 
 // What the user-facing operations need of the plug-in object: its settings,
@@ -26,11 +27,11 @@ public:
     int nNewNodeEdges = 5;
     bool displaySamples = false;
     RoadmapMatrix* samples = nullptr;
-    RoadmapMatrix* graph = nullptr;
+    RoadmapGraph* graph = nullptr;
     RoadmapMatrix* route = nullptr;
     RoadmapMatrix* samplePositions = nullptr;
     RoadmapMatrix* workSamples = nullptr;
-    RoadmapMatrix* workGraph = nullptr;
+    RoadmapGraph* workGraph = nullptr;
 
     // The settings as construction and node insertion read them.
     PlannerParameters plannerParameters() const

@@ -3,6 +3,8 @@
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 
+#include "dense_graph.h"
+
 #include "fake_host.h"
 #include "reference_roadmap.h"
 
@@ -56,7 +58,7 @@ protected:
 
     FakeHost host;
     ScopedMatrix samples = makeScopedMatrix();
-    ScopedMatrix graph = makeScopedMatrix();
+    ScopedGraph graph = makeScopedGraph();
 };
 }  // namespace
 
@@ -124,7 +126,7 @@ namespace {
     setRoadmapHost(&host);
     FakeRobot* robot = host.addRobot("Arm", Lower6, Upper6);
     ScopedMatrix samples = makeScopedMatrix();
-    ScopedMatrix graph = makeScopedMatrix();
+    ScopedGraph graph = makeScopedGraph();
     const PlannerParameters parameters = {0.0, 6.0, 3.0, 5.0, 4.0};
     buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());
     ReferenceRandom random;  // seed 5489, nothing drawn yet

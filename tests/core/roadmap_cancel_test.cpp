@@ -3,6 +3,8 @@
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 
+#include "dense_graph.h"
+
 #include "fake_host.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +49,7 @@ protected:
     FakeHost host;
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
-    ScopedMatrix graph = makeScopedMatrix();
+    ScopedGraph graph = makeScopedGraph();
 };
 }  // namespace
 
@@ -92,7 +94,7 @@ TEST_F(RoadmapCancelTest, DuringSampleZeroLeavesEmptyOutputs)
 {
     cancelAtTest(1);
     setSize(samples.get(), 2, 2);
-    setSize(graph.get(), 2, 2);
+    graph->resize(2);
     build({{0, 0}, {50, 50}});
     EXPECT_TRUE(progressReporter().cancelled());
     EXPECT_EQ(rows(samples.get()), 0);

@@ -3,6 +3,8 @@
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 
+#include "dense_graph.h"
+
 #include "fake_host.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +39,7 @@ TEST(RoadmapEdgeBudget, BudgetAboveTheOlderSamplesTestsEveryOlderSampleOnce)
     const PublishedHost published(&host);
     FakeRobot* robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
     ScopedMatrix samples = makeScopedMatrix();
-    ScopedMatrix graph = makeScopedMatrix();
+    ScopedGraph graph = makeScopedGraph();
     // 25 edges per sample, 7 samples: never more than 6 older samples to try.
     const PlannerParameters parameters = {0.0, 7.0, 25.0, 5.0, 4.0};
     buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());

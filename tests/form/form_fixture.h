@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin_fixture.h"
+#include "dense_graph.h"
 
 #include "form_prm.h"
 #include "roadmap_matrix.h"
@@ -38,10 +39,10 @@ protected:
     {
         setSize(plugin->samples, joints, count);
         fillZero(plugin->samples);
-        setSize(plugin->graph, count, count);
-        fillZero(plugin->graph);
+        plugin->graph->clear();
+        plugin->graph->resize(count);
         for (int i = 0; i + 1 < count; ++i)
-            at(plugin->graph, i, i + 1) = at(plugin->graph, i + 1, i) = 1.0;
+            plugin->graph->setLength(i, i + 1, 1.0);
     }
 
     // Lets queued slots and deferred deletions run.

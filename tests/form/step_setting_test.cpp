@@ -1,6 +1,7 @@
 // The robot step edited in the form goes to the host's joint-move check and
 // sets how finely every later edge is tested; the map is not rebuilt.
 #include "form_fixture.h"
+#include "dense_graph.h"
 
 #include <QDoubleSpinBox>
 

@@ -1,5 +1,6 @@
 // The text commands and their replies.
 #include "plugin_fixture.h"
+#include "dense_graph.h"
 
 #include "log_capture.h"
 #include "roadmap_matrix.h"
@@ -60,10 +61,10 @@ TEST_F(Commands, InfoCountsSamplesAndEdges)
 {
     plugin->robot = addRobot("Arm1");
     setSize(plugin->samples, 3, 3);
-    setSize(plugin->graph, 3, 3);
-    fillZero(plugin->graph);
-    at(plugin->graph, 0, 1) = at(plugin->graph, 1, 0) = 2.0;
-    at(plugin->graph, 1, 2) = at(plugin->graph, 2, 1) = 3.0;
+    plugin->graph->clear();
+    plugin->graph->resize(3);
+    plugin->graph->setLength(0, 1, 2.0);
+    plugin->graph->setLength(1, 2, 3.0);
     EXPECT_EQ(plugin->pluginCommand("info", ""), "3-2-Arm1");
 }
 
@@ -150,7 +151,7 @@ TEST_F(Commands, ClearWithMapRestoresDefaultsAndForgetsRobot)
     plugin->pluginCommand("Samples", "42");
     plugin->pluginCommand("Display", "1");
     setSize(plugin->samples, 3, 2);
-    setSize(plugin->graph, 2, 2);
+    plugin->graph->resize(2);
     setSize(plugin->route, 1, 2);
     EXPECT_EQ(plugin->pluginCommand("Clear", ""), "Done");
     EXPECT_EQ(plugin->nSamples, 100);
@@ -182,9 +183,9 @@ TEST_F(Commands, SaveWritesSamplesAndSaveMapTheGraph)
     plugin->samples->values[1] = 2;
     plugin->samples->values[2] = 3;
     plugin->samples->values[3] = 4.5;
-    setSize(plugin->graph, 2, 2);
-    fillZero(plugin->graph);
-    at(plugin->graph, 0, 1) = at(plugin->graph, 1, 0) = 3.25;
+    plugin->graph->clear();
+    plugin->graph->resize(2);
+    plugin->graph->setLength(0, 1, 3.25);
     QTemporaryDir dir;
     const QString samplesPath = dir.filePath("samples.txt");
     const QString graphPath = dir.filePath("graph.txt");

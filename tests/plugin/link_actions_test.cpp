@@ -1,6 +1,7 @@
 // Every link action (menu, toolbar, context menus) runs the one join that
 // decides from the host's selection whether targets or programs are linked.
 #include "plugin_fixture.h"
+#include "dense_graph.h"
 
 #include "roadmap_matrix.h"
 
@@ -21,8 +22,8 @@ protected:
         // A map exists, so that no join computes one first.
         setSize(plugin->samples, 3, 1);
         fillZero(plugin->samples);
-        setSize(plugin->graph, 1, 1);
-        fillZero(plugin->graph);
+        plugin->graph->clear();
+        plugin->graph->resize(1);
         target = host.addItem(ItemType::Target, "T1", robot);
         program = host.addItem(ItemType::Program, "P1", robot);
         plugin->pluginItemContextMenu({target}, &targetMenu);

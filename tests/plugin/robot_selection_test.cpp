@@ -1,5 +1,6 @@
 // Choosing the robot, guarding robot-bound operations, and drawing the map.
 #include "plugin_fixture.h"
+#include "dense_graph.h"
 
 #include "log_capture.h"
 #include "roadmap_matrix.h"
@@ -108,8 +109,8 @@ TEST_F(RobotSelection, MapWithoutEdgesDrawsNoSegmentsButFillsPositions)
     setSize(plugin->samples, 3, 2);
     const double values[] = {1, 2, 3, 4, 5, 6};
     std::copy(values, values + 6, plugin->samples->values);
-    setSize(plugin->graph, 2, 2);
-    fillZero(plugin->graph);
+    plugin->graph->clear();
+    plugin->graph->resize(2);
     plugin->RenderMap();
     EXPECT_EQ(host.drawCalls, 1);
     EXPECT_EQ(host.lastDrawPointCount, 0);
@@ -126,10 +127,10 @@ TEST_F(RobotSelection, EdgesBecomeSegmentsBetweenToolPositions)
     setSize(plugin->samples, 3, 3);
     for (int i = 0; i < 9; ++i)
         plugin->samples->values[i] = i;
-    setSize(plugin->graph, 3, 3);
-    fillZero(plugin->graph);
-    at(plugin->graph, 0, 2) = at(plugin->graph, 2, 0) = 5.0;
-    at(plugin->graph, 1, 2) = at(plugin->graph, 2, 1) = 4.0;
+    plugin->graph->clear();
+    plugin->graph->resize(3);
+    plugin->graph->setLength(0, 2, 5.0);
+    plugin->graph->setLength(1, 2, 4.0);
     plugin->RenderMap();
     EXPECT_EQ(host.lastDrawPointCount, 4);
 }
@@ -146,8 +147,8 @@ TEST_F(RobotSelection, RobotOnRailIsDrawnFromTheRailsPlacement)
     plugin->samples->values[0] = 1;
     plugin->samples->values[1] = 2;
     plugin->samples->values[2] = 3;
-    setSize(plugin->graph, 1, 1);
-    fillZero(plugin->graph);
+    plugin->graph->clear();
+    plugin->graph->resize(1);
 
     LogCapture log;
     plugin->RenderMap();

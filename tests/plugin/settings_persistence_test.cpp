@@ -2,8 +2,11 @@
 #include "plugin_fixture.h"
 
 #include "log_capture.h"
-#include "matrix_io.h"
+#include "matrix_text.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
+
+#include "dense_graph.h"
 
 #include <QDataStream>
 #include <QTextStream>
@@ -41,11 +44,27 @@ void fill(RoadmapMatrix* matrix, int rowCount, int columnCount, double seed)
         matrix->values[i] = seed + i * 0.25 - (i % 7) * 3.5;
 }
 
+// A symmetric graph with an edge between every `stride`-th pair, lengths from `seed`.
+void fillGraph(RoadmapGraph* graph, int nodeCount, int stride, double seed)
+{
+    graph->clear();
+    graph->resize(nodeCount);
+    for (int a = 0; a < nodeCount; ++a)
+        for (int b = a + 1; b < nodeCount; ++b)
+            if ((a + b) % stride == 0)
+                graph->setLength(a, b, seed + a * 0.5 + b * 0.125);
+}
+
+// One matrix in the binary format, written by QDataStream as a station stores it.
 QByteArray matrixBytes(const RoadmapMatrix* matrix)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    writeMatrix(stream, matrix);
+    stream << qint32(matrix->dimensionCount);
+    for (int i = 0; i < matrix->dimensionCount; ++i)
+        stream << qint32(matrix->extents[i]);
+    for (int i = 0; i < elementCount(matrix); ++i)
+        stream << matrix->values[i];
     return bytes;
 }
 
@@ -113,15 +132,21 @@ TEST_F(Persistence, MapRecordDecodesMatrixByMatrix)
     FakeRobot* robot = addRobot("Arm1");
     plugin->robot = robot;
     fill(plugin->samples, 2, 3, 1.0);
-    fill(plugin->graph, 3, 3, 0.0);
+    plugin->graph->resize(3);
+    plugin->graph->setLength(0, 1, 2.5);
+    plugin->graph->setLength(2, 1, 0.75);
     setSize(plugin->route, 0, 0);
     plugin->settingsChanged = true;
     plugin->saveSettings();
 
     const QByteArray bytes = host.dataParams.value("Zelvane-Rob Arm1");
     ASSERT_EQ(bytes.size(), (12 + 6 * 8) + (12 + 9 * 8) + 12);
+    ScopedMatrix dense = makeScopedMatrix();
+    denseFromGraph(plugin->graph, dense.get());
+    EXPECT_EQ(dense->values[1], 2.5) << "(1, 0)";
+    EXPECT_EQ(dense->values[5], 0.75) << "(2, 1)";
     int offset = 0;
-    for (const RoadmapMatrix* matrix : {plugin->samples, plugin->graph}) {
+    for (const RoadmapMatrix* matrix : {static_cast<const RoadmapMatrix*>(plugin->samples), static_cast<const RoadmapMatrix*>(dense.get())}) {
         EXPECT_EQ(int32At(bytes, offset), 2);
         EXPECT_EQ(int32At(bytes, offset + 4), rows(matrix));
         EXPECT_EQ(int32At(bytes, offset + 8), columns(matrix));
@@ -194,13 +219,15 @@ TEST_F(Persistence, LargeMapRoundTripsElementByElement)
     FakeRobot* robot = addRobot("Arm1", 6);
     plugin->robot = robot;
     fill(plugin->samples, 6, 250, 3.0);
-    fill(plugin->graph, 250, 250, 0.5);
-    fill(plugin->route, 1, 12, 7.0);
+    fillGraph(plugin->graph, 250, 7, 0.5);
+    setSize(plugin->route, 1, 12);
+    for (int i = 0; i < 12; ++i)
+        plugin->route->values[i] = 7 + 19 * i;
     ScopedMatrix samples = makeScopedMatrix();
     ScopedMatrix graph = makeScopedMatrix();
     ScopedMatrix route = makeScopedMatrix();
     copyMatrix(plugin->samples, samples.get());
-    copyMatrix(plugin->graph, graph.get());
+    denseFromGraph(plugin->graph, graph.get());
     copyMatrix(plugin->route, route.get());
 
     plugin->settingsChanged = true;
@@ -209,7 +236,9 @@ TEST_F(Persistence, LargeMapRoundTripsElementByElement)
     plugin->robot = nullptr;
     ASSERT_TRUE(plugin->loadSettings());
     EXPECT_EQ(plugin->robot, robot);
-    for (const auto& [loaded, saved] : {std::pair{plugin->samples, samples.get()}, std::pair{plugin->graph, graph.get()},
+    ScopedMatrix loadedGraph = makeScopedMatrix();
+    denseFromGraph(plugin->graph, loadedGraph.get());
+    for (const auto& [loaded, saved] : {std::pair{plugin->samples, samples.get()}, std::pair{loadedGraph.get(), graph.get()},
                                         std::pair{plugin->route, route.get()}}) {
         ASSERT_EQ(rows(loaded), rows(saved));
         ASSERT_EQ(columns(loaded), columns(saved));

@@ -4,6 +4,8 @@
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
 
+#include "dense_graph.h"
+
 #include "fake_host.h"
 #include "log_capture.h"
 
@@ -33,12 +35,9 @@ protected:
         for (int j = 0; j < SampleCount; ++j)
             for (int r = 0; r < Joints; ++r)
                 at(samples.get(), r, j) = sampleValue(r, j);
-        setSize(graph.get(), SampleCount, SampleCount);
-        fillZero(graph.get());
-        for (int j = 0; j + 1 < SampleCount; ++j) {
-            at(graph.get(), j, j + 1) = 1.0 + j;
-            at(graph.get(), j + 1, j) = 1.0 + j;
-        }
+        graph->resize(SampleCount);
+        for (int j = 0; j + 1 < SampleCount; ++j)
+            graph->setLength(j, j + 1, 1.0 + j);
         progressReporter().start(nullptr, "Insert");
     }
     void TearDown() override
@@ -91,9 +90,9 @@ protected:
     FakeHost host;
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
-    ScopedMatrix graph = makeScopedMatrix();
+    ScopedGraph graph = makeScopedGraph();
     ScopedMatrix samplesOut = makeScopedMatrix();
-    ScopedMatrix graphOut = makeScopedMatrix();
+    ScopedGraph graphOut = makeScopedGraph();
     PlannerParameters parameters = {0.0, 100.0, 25.0, 5.0, 4.0};
     int edgesMade = -7;
     int nodeIndex = -7;
@@ -108,8 +107,7 @@ TEST_F(InsertNodeTest, ConfigurationOfSampleSevenReusesIt)
     expectSamplesOutIsInputPlus(0);
     ASSERT_EQ(rows(graphOut.get()), SampleCount);
     ASSERT_EQ(columns(graphOut.get()), SampleCount);
-    for (int i = 0; i < SampleCount * SampleCount; ++i)
-        ASSERT_EQ(graphOut->values[i], graph->values[i]);
+    EXPECT_TRUE(*graphOut == *graph);
     EXPECT_EQ(host.collisionTests, 0);
     expectInputsUnchanged();
 }
@@ -206,8 +204,8 @@ TEST_F(InsertNodeTest, EqualDistancesAreTriedInIndexOrder)
     for (int j = 0; j < 3; ++j)
         for (int r = 0; r < 3; ++r)
             at(samples.get(), r, j) = values[j][r];
-    setSize(graph.get(), 3, 3);
-    fillZero(graph.get());
+    graph->clear();
+    graph->resize(3);
     parameters[3] = 3.0;
     insert(at3(0, 0, 0));
     ASSERT_EQ(robot->moves.size(), 3u);
@@ -243,7 +241,7 @@ TEST_F(InsertNodeTest, BlockedCandidatesAreSkippedUntilEnoughEdges)
 TEST_F(InsertNodeTest, EmptyRoadmapNeedsNoHost)
 {
     setSize(samples.get(), Joints, 0);
-    setSize(graph.get(), 0, 0);
+    graph->clear();
     setSize(samplesOut.get(), 3, 3);
     insert(at3(1, 2, 3));
     EXPECT_EQ(nodeIndex, -1);

@@ -2,6 +2,8 @@
 
 #include "roadmap_matrix.h"
 
+#include "dense_graph.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -54,14 +56,14 @@ std::vector<std::vector<double>> randomGraph(std::mt19937& engine, int n, double
     return w;
 }
 
-ScopedMatrix toMatrix(const std::vector<std::vector<double>>& w)
+ScopedGraph toGraph(const std::vector<std::vector<double>>& w)
 {
     const int n = static_cast<int>(w.size());
-    ScopedMatrix g = makeScopedMatrix();
-    setSize(g.get(), n, n);
+    ScopedGraph g = makeScopedGraph();
+    g->resize(n);
     for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c)
-            at(g.get(), r, c) = w[r][c];
+        for (int c = r + 1; c < n; ++c)
+            g->setLength(r, c, w[r][c]);
     return g;
 }
 }  // namespace
@@ -76,7 +78,7 @@ TEST(ShortestPathReference, RoutesOnRandomGraphsMatchDijkstra)
     for (int graphNumber = 0; graphNumber < 12; ++graphNumber) {
         const int n = 8 + graphNumber * 3;
         const auto w = randomGraph(engine, n, graphNumber % 3 == 0 ? 0.08 : 0.25, false);
-        const ScopedMatrix g = toMatrix(w);
+        const ScopedGraph g = toGraph(w);
         ScopedMatrix path = makeScopedMatrix();
         for (int source = 1; source <= n; source += 3) {
             const Reference expected = dijkstra(w, source);
@@ -117,7 +119,7 @@ TEST(ShortestPathReference, CostsWithManyTiesMatchDijkstra)
     for (int graphNumber = 0; graphNumber < 10; ++graphNumber) {
         const int n = 6 + graphNumber * 2;
         const auto w = randomGraph(engine, n, 0.3, true);
-        const ScopedMatrix g = toMatrix(w);
+        const ScopedGraph g = toGraph(w);
         ScopedMatrix path = makeScopedMatrix();
         for (int source = 1; source <= n; ++source) {
             const Reference expected = dijkstra(w, source);

@@ -265,10 +265,9 @@ TEST_F(JoinJointsTest, RouteThroughANodeWithoutSampleDeletesTheProgram)
     // The graph has one node more than there are samples, as a cancelled
     // insertion leaves it; the only way from sample 1 to 3 leads through it.
     setMap({{0, 0}, {10, 0}, {20, 0}}, {});
-    setSize(session.graph, 4, 4);
-    fillZero(session.graph);
-    at(session.graph, 0, 3) = at(session.graph, 3, 0) = 1.0;
-    at(session.graph, 2, 3) = at(session.graph, 3, 2) = 1.0;
+    session.graph->resize(4);
+    session.graph->setLength(0, 3, 1.0);
+    session.graph->setLength(2, 3, 1.0);
     StationItem* old = station.addStationProgram("Link", robot, {});
 
     EXPECT_EQ(join({0, 0}, {20, 0}), nullptr);

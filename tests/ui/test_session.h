@@ -2,6 +2,7 @@
 
 #include "fake_station.h"
 #include "planner_session.h"
+#include "roadmap_graph.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
 
@@ -17,11 +18,15 @@ public:
     {
         for (RoadmapMatrix** matrix : matrices())
             *matrix = createMatrix();
+        graph = new RoadmapGraph;
+        workGraph = new RoadmapGraph;
     }
     virtual ~TestSession()
     {
         for (RoadmapMatrix** matrix : matrices())
             destroyMatrix(matrix);
+        delete graph;
+        delete workGraph;
     }
     TestSession(const TestSession&) = delete;
     TestSession& operator=(const TestSession&) = delete;
@@ -47,8 +52,5 @@ public:
     QObject signalSource;
 
 private:
-    std::array<RoadmapMatrix**, 6> matrices()
-    {
-        return {&samples, &graph, &route, &samplePositions, &workSamples, &workGraph};
-    }
+    std::array<RoadmapMatrix**, 4> matrices() { return {&samples, &route, &samplePositions, &workSamples}; }
 };

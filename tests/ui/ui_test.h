@@ -4,6 +4,7 @@
 #include "host_access.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
+#include "dense_graph.h"
 #include "test_session.h"
 
 #include <QProgressDialog>
@@ -52,14 +53,13 @@ protected:
         for (int c = 0; c < count; ++c)
             for (int r = 0; r < jointCount; ++r)
                 at(session.samples, r, c) = configurations[c][r];
-        setSize(session.graph, count, count);
-        fillZero(session.graph);
+        session.graph->clear();
+        session.graph->resize(count);
         for (const auto& edge : edges) {
             double length = 0.0;
             for (int r = 0; r < jointCount; ++r)
                 length += std::abs(configurations[edge.first - 1][r] - configurations[edge.second - 1][r]);
-            at(session.graph, edge.first - 1, edge.second - 1) = length;
-            at(session.graph, edge.second - 1, edge.first - 1) = length;
+            session.graph->setLength(edge.first - 1, edge.second - 1, length);
         }
     }
 

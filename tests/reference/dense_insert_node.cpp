@@ -1,0 +1,121 @@
+// The planner's original node insertion over a dense graph, kept word for word
+// as the reference for the in-place insertion into the sparse graph.
+#include "dense_insert_node.h"
+
+
+#include "edge_test.h"
+#include "index_matrix.h"
+#include "progress_reporter.h"
+#include "roadmap_matrix.h"
+#include "sort_permutation.h"
+#include "translate.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+namespace {
+// Nearest integer, halves away from zero, saturated to the 32-bit range.
+int roundSaturated(double value)
+{
+    const double rounded = std::round(value);
+    if (std::isnan(rounded))
+        return 0;
+    if (rounded >= 2147483648.0)
+        return INT_MAX;
+    if (rounded < -2147483648.0)
+        return INT_MIN;
+    return static_cast<int>(rounded);
+}
+
+int incrementSaturated(int value)
+{
+    return value == INT_MAX ? value : value + 1;
+}
+
+bool connectProgress(int candidate, int candidateTotal, int edges)
+{
+    qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
+    ProgressReporter& reporter = progressReporter();
+    reporter.setHeadline(
+        planTr("Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));
+    reporter.setDetail(QString());
+    return reporter.update(static_cast<int>(candidate * 100LL / candidateTotal));
+}
+
+// graphOut = graph bordered by one zero row and column for the new node.
+void growGraph(const RoadmapMatrix* graph, RoadmapMatrix* graphOut)
+{
+    const int side = rows(graph);
+    setSize(graphOut, side + 1, side + 1);
+    fillZero(graphOut);
+    for (int c = 0; c < side; ++c)
+        for (int r = 0; r < side; ++r)
+            at(graphOut, r, c) = at(graph, r, c);
+}
+}  // namespace
+
+void denseInsertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples,
+                const RoadmapMatrix* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
+                RoadmapMatrix* graphOut, int* edgesMade, int* nodeIndex)
+{
+    const int jointCount = rows(samples);
+    const int sampleCount = columns(samples);
+    if (sampleCount < 1) {
+        setSize(samplesOut, 0, 0);
+        setSize(graphOut, 0, 0);
+        *nodeIndex = -1;
+        *edgesMade = 0;
+        return;
+    }
+
+    const ScopedMatrix distanceOwner = makeScopedMatrix();
+    RoadmapMatrix* distances = distanceOwner.get();
+    const ScopedIndexMatrix order(createIndexMatrix());
+    setSize(distances, sampleCount, 1);
+    for (int j = 0; j < sampleCount; ++j)
+        distances->values[j] = jointDistance(configuration.data(), column(samples, j), jointCount);
+    sortWithPermutation(distances, order.get());
+
+    copyMatrix(samples, samplesOut);
+
+    // Within one robot step of a sample the configuration is that sample. The
+    // edges-per-sample setting is reported as the edge count, so that callers
+    // judge a reused node a success.
+    if (parameters[PlannerParameter::RobotStep] >= distances->values[0]) {
+        *nodeIndex = order->values[0];
+        copyMatrix(graph, graphOut);
+        *edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
+        return;
+    }
+
+    growGraph(graph, graphOut);
+    const int side = rows(graph);
+    *nodeIndex = incrementSaturated(side);
+
+    int edges = 0;
+    for (int k = 0; k < sampleCount; ++k) {
+        if (connectProgress(k + 1, sampleCount, edges)) {
+            // Cancelled: samplesOut stays without the node; callers abandon the query.
+            *edgesMade = edges;
+            return;
+        }
+        const int candidate = order->values[k] - 1;
+        if (edgeIsBlocked(robot, configuration.data(), column(samples, candidate), jointCount) != 0)
+            continue;
+        edges = incrementSaturated(edges);
+        if (sampleCount <= side) {
+            at(graphOut, candidate, sampleCount) = distances->values[k];
+            at(graphOut, sampleCount, candidate) = distances->values[k];
+        }
+        if (edges >= parameters[PlannerParameter::NewNodeEdges])
+            break;
+    }
+
+    // Appended even without edges: an isolated node, which the caller reports.
+    setSize(samplesOut, jointCount, sampleCount + 1);
+    std::copy(configuration.begin(), configuration.begin() + jointCount, column(samplesOut, sampleCount));
+    *edgesMade = edges;
+}

@@ -1,9 +1,9 @@
 // The text command language through which the host and scripts drive the planner.
 #include "plugin_autoprm.h"
 
-#include "edge_list.h"
+#include "entry_guard.h"
 #include "matrix_text.h"
-#include "roadmap_matrix.h"
+#include "planner_session.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
 
@@ -36,9 +36,18 @@ int truncatedSetting(double value)
 
 QString PluginAutoPRM::pluginCommand(const QString& command, const QString& value)
 {
+    if (!session_)
+        return QString();
+    return guardedEntry(hostApi, QString(), [&] { return runCommand(command, value); });
+}
+
+QString PluginAutoPRM::runCommand(const QString& command, const QString& value)
+{
+    PlannerSession& session = *session_;
     qDebug().noquote().nospace() << "Received command: " << command;
     qDebug().noquote().nospace() << "    With value: " << value;
-    if (!robot)
+    // While an operation runs its robot is chosen; none is chosen under it.
+    if (!session.robot() && !session.busy())
         selectRobot(true, QString());
 
     if (startsWith(command, "Join"))
@@ -52,36 +61,27 @@ QString PluginAutoPRM::pluginCommand(const QString& command, const QString& valu
         return QStringLiteral("Done");
     }
     if (startsWith(command, "Clear")) {
+        if (session.busy()) {
+            session.refuseWhileBusy(true);
+            return PlannerSession::busyText();
+        }
         clearMapAndSettings();
-        settingsChanged = true;
+        session.markChanged();
         return QStringLiteral("Done");
     }
     if (startsWith(command, "SelectRobot")) {
         selectRobot(true, value);
         return robotName();
     }
-    if (startsWith(command, "Info"))
-        return QStringLiteral("%1-%2-%3").arg(columns(samples)).arg(edgeCount(graph)).arg(robotName());
+    if (startsWith(command, "Info")) {
+        return QStringLiteral("%1-%2-%3")
+            .arg(session.map().sampleCount())
+            .arg(session.map().edgeCount())
+            .arg(robotName());
+    }
     if (startsWith(command, "Save"))
         return saveCommand(command, value);
-
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    if (!isNumber)
-        return planTr("Invalid value");
-    if (startsWith(command, "Samples")) {
-        nSamples = truncatedSetting(number);
-    } else if (startsWith(command, "Edges")) {
-        nEdgesPerSample = truncatedSetting(number);
-    } else if (startsWith(command, "NewNodeEdges")) {
-        nNewNodeEdges = truncatedSetting(number);
-    } else if (startsWith(command, "Display")) {
-        displaySamples = number > 0.0;
-        hostApi->update(1);
-    }
-    emit UpdateForm();
-    settingsChanged = true;
-    return QStringLiteral("OK");
+    return settingCommand(command, value);
 }
 
 // "Join" links two targets when both names are targets, otherwise every name as a program.
@@ -121,12 +121,41 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return planTr("Unable to open file for writting: ") + path;
     QTextStream stream(&file);
-    const bool wantsGraph = command.contains(QLatin1String("Map"), Qt::CaseInsensitive);
-    if (wantsGraph)
-        writeGraphText(stream, graph, true);
+    const RobotMap& map = session_->map();
+    if (command.contains(QLatin1String("Map"), Qt::CaseInsensitive))
+        writeGraphText(stream, map.graph(), true);
     else
-        writeMatrixText(stream, samples, true);
+        writeMatrixText(stream, map.samples(), true);
     stream.flush();
     file.close();
     return planTr("Done");
+}
+
+// "Samples", "Edges", "NewNodeEdges", "Display", and any other keyword with a number.
+QString PluginAutoPRM::settingCommand(const QString& command, const QString& value)
+{
+    PlannerSession& session = *session_;
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber)
+        return planTr("Invalid value");
+    if (session.busy()) {
+        session.refuseWhileBusy(true);
+        return PlannerSession::busyText();
+    }
+    PlannerSettings settings = session.settings();
+    const bool display = startsWith(command, "Display");
+    if (startsWith(command, "Samples"))
+        settings.samples = truncatedSetting(number);
+    else if (startsWith(command, "Edges"))
+        settings.edgesPerSample = truncatedSetting(number);
+    else if (startsWith(command, "NewNodeEdges"))
+        settings.newNodeEdges = truncatedSetting(number);
+    else if (display)
+        settings.displaySamples = number > 0.0;
+    session.changeSettings(settings);
+    if (display)
+        hostApi->update(1);
+    emit UpdateForm();
+    return QStringLiteral("OK");
 }

@@ -1,8 +1,9 @@
+// The plug-in object's life in the host: load, toolbar, events, context menu, unload.
 #include "plugin_autoprm.h"
 
+#include "entry_guard.h"
 #include "host_access.h"
-#include "roadmap_graph.h"
-#include "roadmap_matrix.h"
+#include "planner_session.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
 
@@ -26,10 +27,12 @@ QString pluginTitle;
 // Index in "menu-Utilities" before which the menu goes when that menu is full.
 constexpr int UtilitiesMenuLimit = 99;
 
-void destroyLater(QObject* object)
+template <typename Object>
+void destroyLater(Object*& object)
 {
     if (object)
         object->deleteLater();
+    object = nullptr;
 }
 }  // namespace
 
@@ -48,11 +51,7 @@ PluginAutoPRM::PluginAutoPRM(QObject* parent) : QObject(parent)
     registerHostMetaTypes();
 }
 
-PluginAutoPRM::~PluginAutoPRM()
-{
-    // A host that deletes the object without unloading it first leaves the map.
-    releaseMap();
-}
+PluginAutoPRM::~PluginAutoPRM() = default;
 
 QString PluginAutoPRM::title()
 {
@@ -67,56 +66,56 @@ QString PluginAutoPRM::pluginName()
 QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, QStatusBar* statusBar_,
                                   HostApi* hostApi_, const QString& settings)
 {
-    pluginTitle = planTr("Collision-free motion planner");
+    return guardedEntry(hostApi_, QString(), [&] {
+        pluginTitle = planTr("Collision-free motion planner");
 
-    restoreDefaultSettings();
-    releaseMap();
-    samples = createMatrix();
-    graph = new RoadmapGraph;
-    route = createMatrix();
-    samplePositions = createMatrix();
-    workGraph = new RoadmapGraph;
-    workSamples = createMatrix();
+        // A load without an unload first (or during one still unwinding) starts over.
+        tearDownInterface();
+        SessionCallbacks callbacks;
+        callbacks.changed = [this] { emit UpdateForm(); };
+        callbacks.selectRobot = [this](bool autoSelect, const QString& name) { return selectRobot(autoSelect, name); };
+        session_ = std::make_shared<PlannerSession>(hostApi_, mainWindow_, std::move(callbacks));
+        samplePositions_ = makeScopedMatrix();
 
-    setRoadmapHost(hostApi_);
-    hostApi = hostApi_;
-    mainWindow = mainWindow_;
-    statusBar = statusBar_;
+        setRoadmapHost(hostApi_);
+        hostApi = hostApi_;
+        mainWindow = mainWindow_;
+        statusBar = statusBar_;
 
-    qDebug().noquote().nospace() << "Loading plugin " << pluginName();
-    qDebug().noquote().nospace() << "Using settings: " << settings;
-    qDebug().noquote().nospace() << "Setting up the status bar";
-    if (statusBar)
-        statusBar->showMessage(planTr("Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
+        qDebug().noquote().nospace() << "Loading plugin " << pluginName();
+        qDebug().noquote().nospace() << "Using settings: " << settings;
+        qDebug().noquote().nospace() << "Setting up the status bar";
+        if (statusBar)
+            statusBar->showMessage(planTr("Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
 
-    initResources();
+        initResources();
 
-    actionMap = new QAction(QIcon(MapIcon), planTr("Create collision-free map"), nullptr);
-    actionLinkSelection = new QAction(QIcon(LinkIcon), planTr("Link selected targets/programs"), nullptr);
-    actionLinkTargets = new QAction(QIcon(LinkIcon), planTr("Link selected targets"), nullptr);
-    actionLinkPrograms = new QAction(QIcon(LinkIcon), planTr("Link selected programs"), nullptr);
+        actionMap = new QAction(QIcon(MapIcon), planTr("Create collision-free map"), nullptr);
+        actionLinkSelection = new QAction(QIcon(LinkIcon), planTr("Link selected targets/programs"), nullptr);
+        actionLinkTargets = new QAction(QIcon(LinkIcon), planTr("Link selected targets"), nullptr);
+        actionLinkPrograms = new QAction(QIcon(LinkIcon), planTr("Link selected programs"), nullptr);
 
-    // Queued: a long operation starts only after the menu click is fully handled.
-    connect(actionMap, &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot, Qt::QueuedConnection);
-    connect(actionLinkSelection, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
-            Qt::QueuedConnection);
-    connect(actionLinkTargets, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
-            Qt::QueuedConnection);
-    connect(actionLinkPrograms, &QAction::triggered, this, &PluginAutoPRM::callback_join_selprogs,
-            Qt::QueuedConnection);
+        // Queued: a long operation starts only after the menu click is fully handled.
+        connect(actionMap, &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot, Qt::QueuedConnection);
+        connect(actionLinkSelection, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
+                Qt::QueuedConnection);
+        connect(actionLinkTargets, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
+                Qt::QueuedConnection);
+        connect(actionLinkPrograms, &QAction::triggered, this, &PluginAutoPRM::callback_join_selprogs,
+                Qt::QueuedConnection);
 
-    menu = new QMenu(pluginTitle);
-    menu->setIcon(QIcon(MapIcon));
-    placeMenu(menuBar);
+        menu = new QMenu(pluginTitle);
+        menu->setIcon(QIcon(MapIcon));
+        placeMenu(menuBar);
 
-    qDebug().noquote().nospace() << "Setting up the menu bar";
-    menu->addAction(actionMap);
-    menu->addAction(actionLinkSelection);
+        qDebug().noquote().nospace() << "Setting up the menu bar";
+        menu->addAction(actionMap);
+        menu->addAction(actionLinkSelection);
 
-    dockWidget = nullptr;
-    form = nullptr;
-    settingsChanged = false;
-    return QString();
+        dockWidget = nullptr;
+        form = nullptr;
+        return QString();
+    });
 }
 
 void PluginAutoPRM::placeMenu(QMenuBar* menuBar)
@@ -141,60 +140,75 @@ void PluginAutoPRM::placeMenu(QMenuBar* menuBar)
 
 void PluginAutoPRM::pluginLoadToolbar(QMainWindow* window, int iconSize)
 {
-    toolbar = window->addToolBar(pluginTitle);
-    toolbar->setIconSize(QSize(iconSize, iconSize));
-    toolbar->setObjectName(pluginName() + "-Toolbar1");
-    toolbar->addAction(actionMap);
-    toolbar->addAction(actionLinkSelection);
-    toolbar->hide();
+    if (!session_ || !window)
+        return;
+    guardedEntry(hostApi, [&] {
+        toolbar = window->addToolBar(pluginTitle);
+        toolbar->setIconSize(QSize(iconSize, iconSize));
+        toolbar->setObjectName(pluginName() + "-Toolbar1");
+        toolbar->addAction(actionMap);
+        toolbar->addAction(actionLinkSelection);
+        toolbar->hide();
 
-    if (QMenu* collisionMenu = window->findChild<QMenu*>(QStringLiteral("toolbar-CollisionMenu"))) {
-        collisionMenu->addAction(actionMap);
-        collisionMenu->addAction(actionLinkSelection);
-    }
+        if (QMenu* collisionMenu = window->findChild<QMenu*>(QStringLiteral("toolbar-CollisionMenu"))) {
+            collisionMenu->addAction(actionMap);
+            collisionMenu->addAction(actionLinkSelection);
+        }
+    });
 }
 
 void PluginAutoPRM::pluginUnload()
 {
-    qDebug().noquote().nospace() << "Unloading plugin " << pluginName();
+    if (!session_)
+        return;
+    guardedEntry(hostApi, [&] {
+        qDebug().noquote().nospace() << "Unloading plugin " << pluginName();
+        tearDownInterface();
+        cleanupResources();
+    });
+}
+
+void PluginAutoPRM::tearDownInterface()
+{
     destroyLater(menu);
-    menu = nullptr;
     destroyLater(toolbar);
-    toolbar = nullptr;
     if (dockWidget) {
-        dockWidget->close();
+        QDockWidget* dock = dockWidget;
         dockWidget = nullptr;
         form = nullptr;
+        dock->close();
     }
     destroyLater(actionMap);
-    actionMap = nullptr;
     destroyLater(actionLinkSelection);
-    actionLinkSelection = nullptr;
     destroyLater(actionLinkPrograms);
-    actionLinkPrograms = nullptr;
     destroyLater(actionLinkTargets);
-    actionLinkTargets = nullptr;
-    releaseMap();
-    cleanupResources();
+    samplePositions_.reset();
+    if (session_) {
+        // An operation still running stops at its next step, keeps nothing and
+        // lets the session go when it has unwound.
+        session_->abandonOperation(Abandonment::Unloaded);
+        session_.reset();
+    }
 }
 
 void PluginAutoPRM::pluginEvent(int eventCode)
+{
+    if (!session_)
+        return;
+    guardedEntry(hostApi, [&] { handleEvent(eventCode); });
+}
+
+void PluginAutoPRM::handleEvent(int eventCode)
 {
     switch (eventCode) {
     case HostEvent::Redrawn:
         RenderMap();
         break;
     case HostEvent::StationChanged:
-        if (!robot && !form && !settingsChanged)
-            break;
-        if (hostApi->isValidItem(robot))
-            emit UpdateForm();
-        else
-            selectRobot(true, QString());
+        stationChanged();
         break;
     case HostEvent::StationOpened:
-        clearMapAndSettings();
-        loadSettings();
+        stationOpened();
         break;
     case HostEvent::StationSaving:
     case HostEvent::StationClosing:
@@ -205,62 +219,68 @@ void PluginAutoPRM::pluginEvent(int eventCode)
     }
 }
 
-bool PluginAutoPRM::pluginItemContextMenu(const QList<Item>& items, QMenu* contextMenu)
+void PluginAutoPRM::stationChanged()
 {
-    if (items.isEmpty() || !items.first())
-        return false;
-    switch (items.first()->type()) {
-    case ItemType::Target:
-        contextMenu->addAction(actionLinkTargets);
-        return true;
-    case ItemType::Program:
-        contextMenu->addAction(actionLinkPrograms);
-        return true;
-    default:
-        return false;
+    PlannerSession& session = *session_;
+    if (!session.robot() && !form && !session.settingsChanged())
+        return;
+    if (hostApi->isValidItem(session.robot())) {
+        emit UpdateForm();
+        return;
     }
+    // The robot is gone: its handle is dropped unsaved (there is nothing to
+    // save it under), and another is chosen once no operation needs the old one.
+    session.abandonOperation(Abandonment::RobotDeleted);
+    session.setRobot(nullptr);
+    std::weak_ptr<PlannerSession> weak = session_;
+    session.whenIdle([this, weak] {
+        if (session_ && session_ == weak.lock())
+            selectRobot(true, QString());
+    });
 }
 
-void PluginAutoPRM::restoreDefaultSettings()
+void PluginAutoPRM::stationOpened()
 {
-    nSamples = 100;
-    nEdgesPerSample = 25;
-    robotStepDeg = 4.0;
-    nNewNodeEdges = 5;
-    displaySamples = false;
-    robot = nullptr;
+    PlannerSession& session = *session_;
+    // The handles of the previous station are dead: nothing is saved under
+    // them, and an operation on them stops.
+    session.abandonOperation(Abandonment::StationReplaced);
+    session.setRobot(nullptr);
+    std::weak_ptr<PlannerSession> weak = session_;
+    session.whenIdle([this, weak] {
+        if (!session_ || session_ != weak.lock())
+            return;
+        clearMapAndSettings();
+        loadSettings();
+    });
+}
+
+bool PluginAutoPRM::pluginItemContextMenu(const QList<Item>& items, QMenu* contextMenu)
+{
+    if (!session_ || !contextMenu || items.isEmpty() || !items.first())
+        return false;
+    return guardedEntry(hostApi, false, [&] {
+        switch (items.first()->type()) {
+        case ItemType::Target:
+            contextMenu->addAction(actionLinkTargets);
+            return true;
+        case ItemType::Program:
+            contextMenu->addAction(actionLinkPrograms);
+            return true;
+        default:
+            return false;
+        }
+    });
 }
 
 // Back to the defaults with an empty map and no robot; only when there is a map.
 void PluginAutoPRM::clearMapAndSettings()
 {
-    if (columns(samples) < 1)
+    PlannerSession& session = *session_;
+    if (!session.map().hasSamples())
         return;
-    restoreDefaultSettings();
-    setSize(samples, 0, 0);
-    graph->clear();
-    setSize(route, 0, 0);
+    session.restoreSettings(PlannerSettings());
+    session.setRobot(nullptr);
+    session.forgetMap();
     emit UpdateForm();
-}
-
-void PluginAutoPRM::releaseMap()
-{
-    destroyMatrix(&samples);
-    delete graph;
-    graph = nullptr;
-    destroyMatrix(&route);
-    destroyMatrix(&samplePositions);
-    delete workGraph;
-    workGraph = nullptr;
-    destroyMatrix(&workSamples);
-}
-
-void PluginAutoPRM::callback_join_seltargets()
-{
-    Join_Selection_Smart(false);
-}
-
-void PluginAutoPRM::callback_join_selprogs()
-{
-    Join_Selection_Smart(false);
 }

@@ -1,24 +1,29 @@
 #pragma once
 
-#include "planner_session.h"
+#include "roadmap_matrix.h"
 #include "vorlik/iappvorlik.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
+class FormPRM;
+class PlannerSession;
 class QAction;
-class QDataStream;
 class QDockWidget;
 class QMenu;
 class QToolBar;
-class FormPRM;
 
 // The collision-free motion planner as the Vorlik host sees it: one object that
-// owns the menu, toolbar, dock, settings, chosen robot and roadmap.
-class PluginAutoPRM : public QObject, public IAppVorlik, public PlannerSession {
+// owns the menu, toolbar, dock and the planner session (settings, chosen robot,
+// map) of the open station. Every entry point may be reached while an
+// operation runs (its progress dialog runs the event loop) and after an
+// unload; none lets an exception reach the host.
+class PluginAutoPRM : public QObject, public IAppVorlik {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "Vorlik.IAppVorlik")
+    Q_PLUGIN_METADATA(IID "Vorlik.IAppVorlik" FILE "plugin_metadata.json")
     Q_INTERFACES(IAppVorlik)
 
 public:
@@ -42,9 +47,9 @@ public:
     void saveRobotMap();
 
     // Robot choice.
-    bool selectRobot(bool autoSelect, const QString& name) override;
-    QString robotName() override;
-    bool requireRobot(bool silent) override;
+    bool selectRobot(bool autoSelect, const QString& name);
+    QString robotName();
+    bool requireRobot(bool silent);
 
     // Operations the user starts.
     void CalculateMap();
@@ -53,8 +58,9 @@ public:
     // Title of the plug-in's menu, toolbar and dock.
     static QString title();
 
-    void emitUpdateForm() override { emit UpdateForm(); }
-    QObject* sessionObject() override { return this; }
+    // The open station's planner state; null before load and after unload.
+    PlannerSession* session() const { return session_.get(); }
+    const RoadmapMatrix* samplePositions() const { return samplePositions_.get(); }
 
 signals:
     void UpdateForm();
@@ -72,14 +78,22 @@ public slots:
     void RenderMap();
 
 private:
+    QString runCommand(const QString& command, const QString& value);
     QString joinCommand(const QString& command, const QString& value);
     QString saveCommand(const QString& command, const QString& path);
-    void restoreDefaultSettings();
+    QString settingCommand(const QString& command, const QString& value);
     void clearMapAndSettings();
-    // Frees the map's matrices and graphs (load creates them anew).
-    void releaseMap();
+    void handleEvent(int eventCode);
+    void stationOpened();
+    void stationChanged();
     void placeMenu(QMenuBar* menuBar);
+    void openForm();
+    void drawMap();
+    void tearDownInterface();
 
+    QMainWindow* mainWindow = nullptr;
+    QStatusBar* statusBar = nullptr;
+    HostApi* hostApi = nullptr;
     QToolBar* toolbar = nullptr;
     QMenu* menu = nullptr;
     QAction* actionMap = nullptr;
@@ -88,4 +102,6 @@ private:
     QAction* actionLinkSelection = nullptr;
     QDockWidget* dockWidget = nullptr;
     FormPRM* form = nullptr;
+    std::shared_ptr<PlannerSession> session_;
+    ScopedMatrix samplePositions_;
 };

@@ -3,6 +3,8 @@
 #include "plugin_autoprm.h"
 
 #include "edge_list.h"
+#include "entry_guard.h"
+#include "planner_session.h"
 #include "roadmap_matrix.h"
 #include "vorlik/item_types.h"
 
@@ -25,10 +27,21 @@ HostItem* carryingMechanism(HostItem* robot)
 
 void PluginAutoPRM::RenderMap()
 {
-    if (!displaySamples)
+    if (!session_ || !samplePositions_)
+        return;
+    guardedEntry(hostApi, [this] { drawMap(); });
+}
+
+void PluginAutoPRM::drawMap()
+{
+    const PlannerSession& session = *session_;
+    if (!session.settings().displaySamples)
         return;
     if (!requireRobot(true))
         return;
+    HostItem* robot = session.robot();
+    const RoadmapMatrix* samples = session.map().samples();
+    RoadmapMatrix* samplePositions = samplePositions_.get();
 
     const int jointCount = rows(samples);
     const int sampleCount = columns(samples);
@@ -54,7 +67,7 @@ void PluginAutoPRM::RenderMap()
     }
 
     ScopedMatrix edges = makeScopedMatrix();
-    edgeListFromGraph(graph, edges.get());
+    edgeListFromGraph(session.map().graph(), edges.get());
     const int edgeTotal = columns(edges.get());
     std::vector<double> points(static_cast<size_t>(6 * edgeTotal), 0.0);
     for (int k = 0; k < edgeTotal; ++k) {

@@ -1,5 +1,7 @@
 #include "robot_map_record.h"
 
+#include "map_capacity.h"
+
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
 
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <vector>
 
@@ -277,17 +278,6 @@ bool readAll(RecordReader& reader, int jointCount, RoadmapMatrix* samples, Roadm
 }
 
 }  // namespace
-
-int64_t robotMapRecordSize(int jointCount, int sampleCount, int routeLength)
-{
-    return matrixBytes(jointCount, sampleCount) + matrixBytes(sampleCount, sampleCount) + matrixBytes(1, routeLength);
-}
-
-int64_t largestRobotMapRecord()
-{
-    // A QByteArray holds at most 2^31 - 1 bytes with its header and terminator.
-    return int64_t(std::numeric_limits<int>::max()) - 64;
-}
 
 QByteArray encodeRobotMap(const RoadmapMatrix* samples, const RoadmapGraph* graph, const RoadmapMatrix* route,
                           QString* problem)

@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <cstdint>
 
 class RoadmapGraph;
 struct RoadmapMatrix;
@@ -14,12 +13,6 @@ struct RoadmapMatrix;
 // them). The graph is stored as its dense N x N matrix, the one format users'
 // stations hold; it is written from and read into the sparse working form
 // without ever holding the dense matrix in memory.
-
-// Bytes the record of a map of `sampleCount` samples of `jointCount` joints
-// and a route of `routeLength` nodes takes.
-int64_t robotMapRecordSize(int jointCount, int sampleCount, int routeLength);
-// The largest record a station can hold (a QByteArray's limit).
-int64_t largestRobotMapRecord();
 
 // The record, or a null array (and `problem` set) when it would be too large
 // or its memory cannot be had.

@@ -1,13 +1,22 @@
 // Which robot the map is built for, and the guard of robot-bound operations.
 #include "plugin_autoprm.h"
 
+#include "planner_session.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
 
 bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
 {
+    if (!session_)
+        return false;
+    PlannerSession& session = *session_;
+    // The running operation's robot stays its robot.
+    if (session.busy()) {
+        session.refuseWhileBusy(true);
+        return session.robot() != nullptr;
+    }
     saveSettings();
-    robot = nullptr;
+    session.setRobot(nullptr);
 
     QList<Item> robots;
     hostApi->getItemList(robots, ItemType::Robot);
@@ -27,8 +36,8 @@ bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
 
     if (found) {
         // A picked mechanism stands for the robot it drives.
-        robot = found->getLink(ItemType::Robot);
-        hostApi->showMessage(planTr("Selected robot for PRM: ") + (robot ? robot->name() : QString()), false);
+        session.setRobot(found->getLink(ItemType::Robot));
+        hostApi->showMessage(planTr("Selected robot for PRM: ") + session.robotName(), false);
     } else {
         hostApi->showMessage(planTr("Robot not available to calculate PRM"), false);
     }
@@ -38,13 +47,10 @@ bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
 
 QString PluginAutoPRM::robotName()
 {
-    return robot ? robot->name() : QString();
+    return session_ ? session_->robotName() : QString();
 }
 
 bool PluginAutoPRM::requireRobot(bool silent)
 {
-    if (robot)
-        return true;
-    hostApi->showMessage(planTr("Invalid robot: add a robot or load a project"), !silent);
-    return false;
+    return session_ && session_->requireRobot(silent);
 }

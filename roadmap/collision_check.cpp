@@ -26,6 +26,15 @@ double reportAttempt(double attempts)
 {
     return progressReporter().attempt(static_cast<int>(attempts)) ? 1.0 : 0.0;
 }
+
+// An abandoned operation's robot may be gone: not one more question about it.
+bool stopAtOnce(double* cancelValue)
+{
+    if (!progressReporter().abandoned())
+        return false;
+    *cancelValue = 1.0;
+    return true;
+}
 }  // namespace
 
 int readJointLimits(HostItem* robot, double lower[JointVector::MaxJoints], double upper[JointVector::MaxJoints])
@@ -68,6 +77,8 @@ void findFreeConfiguration(HostItem* robot, const double* lower, const double* u
     // refused seed is not an attempt: the user gave it, nothing was searched.
     if (seeds && jointCount <= rows(seeds)) {
         while (*seedCursor <= columns(seeds)) {
+            if (stopAtOnce(cancelValue))
+                return;
             const double* seed = column(seeds, static_cast<int>(*seedCursor) - 1);
             std::copy(seed, seed + jointCount, configuration.begin());
             *seedCursor += 1.0;
@@ -91,6 +102,8 @@ void findFreeConfiguration(HostItem* robot, const double* lower, const double* u
     createMatrix(&draws, 1);
     const ScopedMatrix drawOwner(draws);
     for (;;) {
+        if (stopAtOnce(cancelValue))
+            return;
         attempts += 1.0;
         randomVector(jointCount, draws);
         for (int i = 0; i < jointCount; ++i)

@@ -29,7 +29,7 @@ void ProgressReporter::start(QWidget* parent, const QString& title)
 {
     if (dialog_)
         discard(dialog_);
-    cancelled_ = false;
+    cancelled_ = abandoned_;
     title_ = title;
     headline_ = title;
     detail_.clear();
@@ -72,6 +72,14 @@ bool ProgressReporter::update(int value)
     if (refreshDue_ || sinceRefresh_.elapsed() >= RefreshIntervalMs)
         refresh();
     return false;
+}
+
+void ProgressReporter::abandon()
+{
+    abandoned_ = true;
+    cancelled_ = true;
+    if (dialog_)
+        dialog_->cancel();
 }
 
 void ProgressReporter::refresh()

@@ -33,6 +33,11 @@ public:
     void setHeadline(const QString& text) { headline_ = text; }
     void setDetail(const QString& text) { detail_ = text; }
     bool cancelled() const { return cancelled_; }
+    // The operation must stop and call the host no more (its robot or station
+    // is gone): cancels, and stays so across starts until endAbandonment().
+    void abandon();
+    bool abandoned() const { return abandoned_; }
+    void endAbandonment() { abandoned_ = false; }
     QProgressDialog* dialog() const { return dialog_; }
 
     static constexpr int RefreshIntervalMs = 30;
@@ -47,6 +52,7 @@ private:
     QPointer<QProgressBar> bar_;
     QElapsedTimer sinceRefresh_;
     bool refreshDue_ = false;
+    bool abandoned_ = false;
     bool cancelled_ = false;
     QString title_;
     QString headline_;

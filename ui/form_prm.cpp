@@ -2,7 +2,6 @@
 
 #include "add_targets.h"
 #include "calculate_map.h"
-#include "edge_list.h"
 #include "join_operations.h"
 #include "planner_session.h"
 #include "roadmap_matrix.h"
@@ -149,16 +148,16 @@ void FormPRMWidgets::retranslateUi(QWidget* form)
     btnLinkTargets->setText(formTr("Link selected targets/programs"));
 }
 
-FormPRM::FormPRM(PlannerSession* plugin_, QWidget* parent)
-    : QWidget(parent), ui(new FormPRMWidgets), plugin(plugin_), hostApi(plugin_->hostApi)
+FormPRM::FormPRM(std::shared_ptr<PlannerSession> session, QObject* updates, QWidget* parent)
+    : QWidget(parent), ui(new FormPRMWidgets), session_(std::move(session)), hostApi(session_->host())
 {
     ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowFlags(windowFlags() | Qt::Window);
-    plugin->selectRobot(true, QString());
+    session_->selectRobot(true, QString());
     UpdateForm();
     // Queued: a refresh asked for during an operation runs once it has returned.
-    connect(plugin->sessionObject(), SIGNAL(UpdateForm()), this, SLOT(UpdateForm()), Qt::QueuedConnection);
+    connect(updates, SIGNAL(UpdateForm()), this, SLOT(UpdateForm()), Qt::QueuedConnection);
 }
 
 FormPRM::~FormPRM()
@@ -174,25 +173,26 @@ void FormPRM::UpdateForm()
         ui->widgetRobotSelect->hide();
     } else {
         ui->widgetRobotSelect->show();
-        ui->lblRobot->setText(formTr("Using robot: ") + plugin->robotName());
+        ui->lblRobot->setText(formTr("Using robot: ") + session_->robotName());
     }
 
-    const int sampleCount = columns(plugin->samples);
-    const int edges = edgeCount(plugin->graph);
+    const RobotMap& map = session_->map();
+    const int sampleCount = map.sampleCount();
     if (sampleCount != 0)
-        ui->lblInfo->setText(formTr("%1 samples and %2 edges").arg(sampleCount).arg(edges));
+        ui->lblInfo->setText(formTr("%1 samples and %2 edges").arg(sampleCount).arg(map.edgeCount()));
     else
         ui->lblInfo->setText(formTr("No samples. Select Update Map"));
 
     // Editors are set with their signals blocked so that no setting is marked changed.
-    setQuietly(ui->spnSamples, [this] { ui->spnSamples->setValue(plugin->nSamples); });
-    setQuietly(ui->spnEdges, [this] { ui->spnEdges->setValue(plugin->nEdgesPerSample); });
+    const PlannerSettings& settings = session_->settings();
+    setQuietly(ui->spnSamples, [this, &settings] { ui->spnSamples->setValue(settings.samples); });
+    setQuietly(ui->spnEdges, [this, &settings] { ui->spnEdges->setValue(settings.edgesPerSample); });
     // The host's step is what edge tests use, so that is what the editor shows.
     QString hostStep;
     hostApi->command(hostStep, QLatin1String(StepParameter), QString());
     setQuietly(ui->spnStepDeg, [this, &hostStep] { ui->spnStepDeg->setValue(hostStep.toDouble()); });
-    setQuietly(ui->spnEdgesStartEnd, [this] { ui->spnEdgesStartEnd->setValue(plugin->nNewNodeEdges); });
-    setQuietly(ui->chkDisplayMap, [this] { ui->chkDisplayMap->setChecked(plugin->displaySamples); });
+    setQuietly(ui->spnEdgesStartEnd, [this, &settings] { ui->spnEdgesStartEnd->setValue(settings.newNodeEdges); });
+    setQuietly(ui->chkDisplayMap, [this, &settings] { ui->chkDisplayMap->setChecked(settings.displaySamples); });
 
     const bool hasSamples = sampleCount > 0;
     ui->chkDisplayMap->setEnabled(hasSamples);
@@ -200,61 +200,75 @@ void FormPRM::UpdateForm()
     ui->btnAddNodes->setEnabled(hasSamples);
 }
 
+bool FormPRM::changeSetting(const std::function<void(PlannerSettings&)>& change)
+{
+    // While an operation runs the settings stay; the editor shows them again.
+    if (session_->busy()) {
+        session_->refuseWhileBusy(false);
+        UpdateForm();
+        return false;
+    }
+    PlannerSettings settings = session_->settings();
+    change(settings);
+    session_->changeSettings(settings);
+    return true;
+}
+
 void FormPRM::on_btnSelectRobot_clicked()
 {
-    plugin->selectRobot(false, QString());
+    if (session_->busy()) {
+        session_->refuseWhileBusy(false);
+        return;
+    }
+    session_->selectRobot(false, QString());
     UpdateForm();
 }
 
 void FormPRM::on_btnMakeMap_clicked()
 {
-    CalculateMap(*plugin);
+    CalculateMap(*session_);
 }
 
 void FormPRM::on_btnLinkTargets_clicked()
 {
-    Join_Selection_Smart(*plugin, false);
+    Join_Selection_Smart(*session_, false);
 }
 
 void FormPRM::on_chkDisplayMap_clicked(bool checked)
 {
-    plugin->displaySamples = checked;
-    plugin->settingsChanged = true;
-    hostApi->update(1);
+    if (changeSetting([checked](PlannerSettings& s) { s.displaySamples = checked; }))
+        hostApi->update(1);
 }
 
 void FormPRM::on_spnSamples_valueChanged(int arg1)
 {
-    plugin->nSamples = arg1;
-    plugin->settingsChanged = true;
+    changeSetting([arg1](PlannerSettings& s) { s.samples = arg1; });
 }
 
 void FormPRM::on_spnEdges_valueChanged(int arg1)
 {
-    plugin->nEdgesPerSample = arg1;
-    plugin->settingsChanged = true;
+    changeSetting([arg1](PlannerSettings& s) { s.edgesPerSample = arg1; });
 }
 
 void FormPRM::on_spnStepDeg_valueChanged(double arg1)
 {
-    plugin->robotStepDeg = arg1;
-    plugin->settingsChanged = true;
+    if (!changeSetting([arg1](PlannerSettings& s) { s.robotStepDeg = arg1; }))
+        return;
     QString answer;
     hostApi->command(answer, QLatin1String(StepParameter), QString::number(arg1, 'f', 5));
 }
 
 void FormPRM::on_spnEdgesStartEnd_valueChanged(int arg1)
 {
-    plugin->nNewNodeEdges = arg1;
-    plugin->settingsChanged = true;
+    changeSetting([arg1](PlannerSettings& s) { s.newNodeEdges = arg1; });
 }
 
 void FormPRM::on_btnShowSamples_clicked()
 {
-    ShowSamples(*plugin);
+    ShowSamples(*session_);
 }
 
 void FormPRM::on_btnAddNodes_clicked()
 {
-    AddTargetsToMap(*plugin, false, false);
+    AddTargetsToMap(*session_, false, false);
 }

@@ -2,8 +2,12 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+
 class HostApi;
 class PlannerSession;
+struct PlannerSettings;
 class QCheckBox;
 class QDoubleSpinBox;
 class QGridLayout;
@@ -44,12 +48,13 @@ struct FormPRMWidgets {
 
 // The planner's control panel: shows the robot and the map's size, edits the
 // map settings and starts the planner's operations. Every value comes from the
-// plug-in and every edit goes straight back to it.
+// session and every edit goes straight back to it; `updates` is the object
+// whose UpdateForm() signal says that they changed (the plug-in).
 class FormPRM : public QWidget {
     Q_OBJECT
 
 public:
-    FormPRM(PlannerSession* plugin, QWidget* parent);
+    FormPRM(std::shared_ptr<PlannerSession> session, QObject* updates, QWidget* parent);
     ~FormPRM() override;
 
     const FormPRMWidgets& widgets() const { return *ui; }
@@ -70,7 +75,10 @@ private slots:
     void on_btnAddNodes_clicked();
 
 private:
+    // Applies a change to the settings, or refuses it while an operation runs.
+    bool changeSetting(const std::function<void(PlannerSettings&)>& change);
+
     FormPRMWidgets* ui;
-    PlannerSession* plugin;
+    std::shared_ptr<PlannerSession> session_;
     HostApi* hostApi;
 };

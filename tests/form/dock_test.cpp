@@ -68,7 +68,7 @@ TEST_F(FormDock, ClosingTheDockForgetsItAndTheNextOpenIsFresh)
     EXPECT_TRUE(hasMessage("Closed robot pilot", false));
     EXPECT_EQ(formCount(window.get()), 0);
 
-    plugin->nSamples = 55;
+    setSettings([](PlannerSettings& s) { s.samples = 55; });
     host.messages.clear();
     FormPRM* second = openForm();
     ASSERT_NE(second, nullptr);
@@ -101,9 +101,11 @@ TEST_F(FormDock, ShowSamplesOfAnEmptyMapHandsNoConfigurations)
     plugin->ShowSamples();
     EXPECT_TRUE(log.messages().contains("Showing robot samples"));
     EXPECT_EQ(robot->shownColumns, 0);
-    EXPECT_EQ(robot->shownRows, rows(plugin->samples));
+    EXPECT_EQ(robot->shownRows, rows(map().samples()));
     // A map emptied to J x 0 goes over as it is.
-    setSize(plugin->samples, 3, 0);
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 0);
+    });
     plugin->ShowSamples();
     EXPECT_EQ(robot->shownRows, 3);
     EXPECT_EQ(robot->shownColumns, 0);

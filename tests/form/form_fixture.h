@@ -37,12 +37,16 @@ protected:
     // A map of `count` samples of the robot's joint count, joined in a chain.
     void giveMap(int count, int joints = 3)
     {
-        setSize(plugin->samples, joints, count);
-        fillZero(plugin->samples);
-        plugin->graph->clear();
-        plugin->graph->resize(count);
+        editMap([&](RobotMap& m) {
+            setSize(m.samples(), joints, count);
+            fillZero(m.samples());
+            m.graph()->clear();
+            m.graph()->resize(count);
+        });
         for (int i = 0; i + 1 < count; ++i)
-            plugin->graph->setLength(i, i + 1, 1.0);
+            editMap([&](RobotMap& m) {
+                m.graph()->setLength(i, i + 1, 1.0);
+            });
     }
 
     // Lets queued slots and deferred deletions run.

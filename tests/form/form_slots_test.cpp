@@ -26,7 +26,7 @@ protected:
         }
         form = openForm();
         ASSERT_NE(form, nullptr);
-        plugin->settingsChanged = false;
+        session().markSaved();
     }
 
     int programCount()
@@ -43,21 +43,21 @@ protected:
 TEST_F(FormSlots, EdgeEditorsSetTheirSettingAndMarkChanged)
 {
     child<QSpinBox>("spnEdges")->setValue(12);
-    EXPECT_EQ(plugin->nEdgesPerSample, 12);
-    EXPECT_TRUE(plugin->settingsChanged);
-    plugin->settingsChanged = false;
+    EXPECT_EQ(settings().edgesPerSample, 12);
+    EXPECT_TRUE(session().settingsChanged());
+    session().markSaved();
     child<QSpinBox>("spnEdgesStartEnd")->setValue(7);
-    EXPECT_EQ(plugin->nNewNodeEdges, 7);
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_EQ(settings().newNodeEdges, 7);
+    EXPECT_TRUE(session().settingsChanged());
     // Settings alone do not recompute anything.
-    EXPECT_EQ(columns(plugin->samples), 0);
+    EXPECT_EQ(columns(map().samples()), 0);
 }
 
 TEST_F(FormSlots, StepEditorSetsTheStepAndTheHostParameter)
 {
     child<QDoubleSpinBox>("spnStepDeg")->setValue(2.5);
-    EXPECT_DOUBLE_EQ(plugin->robotStepDeg, 2.5);
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_DOUBLE_EQ(settings().robotStepDeg, 2.5);
+    EXPECT_TRUE(session().settingsChanged());
     EXPECT_EQ(host.params["PathStepCollisionDeg"], "2.50000");
 }
 
@@ -67,11 +67,11 @@ TEST_F(FormSlots, DisplayMapSwitchesTheFlagAndRefreshesTheView)
     form->UpdateForm();
     host.updates.clear();
     child<QCheckBox>("chkDisplayMap")->click();
-    EXPECT_TRUE(plugin->displaySamples);
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_TRUE(settings().displaySamples);
+    EXPECT_TRUE(session().settingsChanged());
     EXPECT_EQ(host.updates, std::vector<int>{1});
     child<QCheckBox>("chkDisplayMap")->click();
-    EXPECT_FALSE(plugin->displaySamples);
+    EXPECT_FALSE(settings().displaySamples);
 }
 
 TEST_F(FormSlots, SelectRobotAsksTheUserAndShowsTheChoice)
@@ -79,7 +79,7 @@ TEST_F(FormSlots, SelectRobotAsksTheUserAndShowsTheChoice)
     FakeRobot* second = addRobot("Arm2");
     host.pickAnswers << second;
     child<QPushButton>("btnSelectRobot")->click();
-    EXPECT_EQ(plugin->robot, second);
+    EXPECT_EQ(session().robot(), second);
     EXPECT_EQ(child<QLabel>("lblRobot")->text(), "Using robot: Arm2");
     EXPECT_FALSE(child<QWidget>("widgetRobotSelect")->isHidden());
 }
@@ -89,10 +89,10 @@ TEST_F(FormSlots, UpdateMapComputesWithTheEditedCount)
     child<QSpinBox>("spnSamples")->setValue(7);
     child<QSpinBox>("spnEdges")->setValue(3);
     child<QPushButton>("btnMakeMap")->click();
-    EXPECT_EQ(columns(plugin->samples), 7);
+    EXPECT_EQ(columns(map().samples()), 7);
     settle();
     EXPECT_EQ(child<QLabel>("lblInfo")->text(),
-              QString("7 samples and %1 edges").arg(edgeCount(plugin->graph)));
+              QString("7 samples and %1 edges").arg(edgeCount(map().graph())));
     EXPECT_TRUE(child<QPushButton>("btnAddNodes")->isEnabled());
 }
 
@@ -115,9 +115,9 @@ TEST_F(FormSlots, AddSelectedTargetsGrowsTheMap)
     const std::vector<double> joints{150, 80, -120};
     extra->setJoints(JointVector(joints.data(), 3));
     host.selection = {extra};
-    const int before = columns(plugin->samples);
+    const int before = columns(map().samples());
     child<QPushButton>("btnAddNodes")->click();
-    EXPECT_EQ(columns(plugin->samples), before + 1);
+    EXPECT_EQ(columns(map().samples()), before + 1);
     EXPECT_TRUE(hasMessage("Successfully added target: T3", false));
 }
 
@@ -128,7 +128,7 @@ TEST_F(FormSlots, LinkButtonJoinsTheSelectedTargets)
     EXPECT_EQ(programCount(), 0);
     child<QPushButton>("btnLinkTargets")->click();
     EXPECT_EQ(programCount(), 1);
-    EXPECT_GT(columns(plugin->samples), 0);
+    EXPECT_GT(columns(map().samples()), 0);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ TEST_F(FormRefresh, OneRobotHidesTheRobotRowWhateverIsSelected)
     ASSERT_NE(form, nullptr);
     auto* row = child<QWidget>("widgetRobotSelect");
     EXPECT_TRUE(row->isHidden());
-    plugin->robot = nullptr;
+    setRobot(nullptr);
     form->UpdateForm();
     EXPECT_TRUE(row->isHidden());
 }
@@ -32,7 +32,7 @@ TEST_F(FormRefresh, TwoRobotsShowTheRowWithTheChosenRobot)
     ASSERT_NE(form, nullptr);
     EXPECT_FALSE(child<QWidget>("widgetRobotSelect")->isHidden());
     EXPECT_EQ(child<QLabel>("lblRobot")->text(), "Using robot: Arm1");
-    plugin->robot = nullptr;
+    setRobot(nullptr);
     form->UpdateForm();
     EXPECT_EQ(child<QLabel>("lblRobot")->text(), "Using robot: ");
 }
@@ -76,34 +76,34 @@ TEST_F(FormRefresh, NeverMarksTheSettingsChanged)
 {
     addRobot("Arm1");
     FormPRM* form = openForm();
-    plugin->nSamples = 77;
-    plugin->nEdgesPerSample = 8;
-    plugin->nNewNodeEdges = 3;
-    plugin->displaySamples = true;
+    setSettings([](PlannerSettings& s) { s.samples = 77; });
+    setSettings([](PlannerSettings& s) { s.edgesPerSample = 8; });
+    setSettings([](PlannerSettings& s) { s.newNodeEdges = 3; });
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
     host.params["PathStepCollisionDeg"] = "2.5";
     giveMap(2);
-    plugin->settingsChanged = false;
+    session().markSaved();
     form->UpdateForm();
     EXPECT_EQ(child<QSpinBox>("spnSamples")->value(), 77);
     EXPECT_EQ(child<QSpinBox>("spnEdges")->value(), 8);
     EXPECT_EQ(child<QSpinBox>("spnEdgesStartEnd")->value(), 3);
     EXPECT_DOUBLE_EQ(child<QDoubleSpinBox>("spnStepDeg")->value(), 2.5);
     EXPECT_TRUE(child<QCheckBox>("chkDisplayMap")->isChecked());
-    EXPECT_FALSE(plugin->settingsChanged);
+    EXPECT_FALSE(session().settingsChanged());
     // Nothing was written back either.
     EXPECT_EQ(host.params["PathStepCollisionDeg"], "2.5");
-    EXPECT_DOUBLE_EQ(plugin->robotStepDeg, 4.0);
+    EXPECT_DOUBLE_EQ(settings().robotStepDeg, 4.0);
 }
 
 TEST_F(FormRefresh, StepEditorShowsTheHostStepRoundedToOneDecimal)
 {
     addRobot("Arm1");
     FormPRM* form = openForm();
-    plugin->robotStepDeg = 7.0;
+    setSettings([](PlannerSettings& s) { s.robotStepDeg = 7.0; });
     host.params["PathStepCollisionDeg"] = "2.36";
     form->UpdateForm();
     EXPECT_DOUBLE_EQ(child<QDoubleSpinBox>("spnStepDeg")->value(), 2.4);
-    EXPECT_DOUBLE_EQ(plugin->robotStepDeg, 7.0);
+    EXPECT_DOUBLE_EQ(settings().robotStepDeg, 7.0);
 }
 
 TEST_F(FormRefresh, ArrowKeysStepTheSampleCountByThree)
@@ -111,14 +111,14 @@ TEST_F(FormRefresh, ArrowKeysStepTheSampleCountByThree)
     addRobot("Arm1");
     ASSERT_NE(openForm(), nullptr);
     auto* samples = child<QSpinBox>("spnSamples");
-    plugin->settingsChanged = false;
+    session().markSaved();
     QTest::keyClick(samples, Qt::Key_Up);
     EXPECT_EQ(samples->value(), 103);
-    EXPECT_EQ(plugin->nSamples, 103);
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_EQ(settings().samples, 103);
+    EXPECT_TRUE(session().settingsChanged());
     QTest::keyClick(samples, Qt::Key_Down);
     QTest::keyClick(samples, Qt::Key_Down);
-    EXPECT_EQ(plugin->nSamples, 97);
+    EXPECT_EQ(settings().samples, 97);
 }
 
 TEST_F(FormRefresh, PluginSignalRefreshesOnlyFromTheEventLoop)

@@ -31,30 +31,30 @@ TEST_F(StepSetting, NewStepSetsTheFinenessOfLaterEdgeTestsWithoutRebuildingTheMa
     step->setValue(10.0);
     EXPECT_EQ(host.params.value("PathStepCollisionDeg"), "10.00000");
     EXPECT_EQ(host.collisionTests, 0) << "changing the step computes nothing";
-    EXPECT_EQ(columns(plugin->samples), 1);
+    EXPECT_EQ(columns(map().samples()), 1);
 
     // Checked every 10 degrees, the move from (90, 0, 0) to the sample jumps the wall.
     EXPECT_TRUE(addPosition(robot, 90, 0, 0));
-    ASSERT_EQ(columns(plugin->samples), 2);
-    EXPECT_EQ(at(plugin->graph, 0, 1), 90.0);
-    EXPECT_EQ(at(plugin->graph, 1, 0), 90.0);
+    ASSERT_EQ(columns(map().samples()), 2);
+    EXPECT_EQ(at(map().graph(), 0, 1), 90.0);
+    EXPECT_EQ(at(map().graph(), 1, 0), 90.0);
 
     const int testsBefore = host.collisionTests;
     step->setValue(0.5);
     EXPECT_EQ(host.params.value("PathStepCollisionDeg"), "0.50000");
     EXPECT_EQ(host.collisionTests, testsBefore) << "changing the step computes nothing";
     // The existing map keeps the edge that the coarse step let through.
-    ASSERT_EQ(columns(plugin->samples), 2);
-    EXPECT_EQ(at(plugin->graph, 0, 1), 90.0);
+    ASSERT_EQ(columns(map().samples()), 2);
+    EXPECT_EQ(at(map().graph(), 0, 1), 90.0);
 
     // Checked every half degree, the move from (91, 5, 0) to the first sample
     // hits the wall; the move to (90, 0, 0) stays free.
     EXPECT_TRUE(addPosition(robot, 91, 5, 0));
-    ASSERT_EQ(columns(plugin->samples), 3);
-    EXPECT_EQ(at(plugin->graph, 0, 2), 0.0);
-    EXPECT_EQ(at(plugin->graph, 2, 0), 0.0);
-    EXPECT_EQ(at(plugin->graph, 1, 2), 6.0);
-    EXPECT_EQ(at(plugin->graph, 0, 1), 90.0);
+    ASSERT_EQ(columns(map().samples()), 3);
+    EXPECT_EQ(at(map().graph(), 0, 2), 0.0);
+    EXPECT_EQ(at(map().graph(), 2, 0), 0.0);
+    EXPECT_EQ(at(map().graph(), 1, 2), 6.0);
+    EXPECT_EQ(at(map().graph(), 0, 1), 90.0);
     // The plug-in leaves the step to the host on every edge test.
     for (double asked : robot->lastStep)
         EXPECT_EQ(asked, -1.0);

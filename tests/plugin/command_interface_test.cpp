@@ -24,8 +24,8 @@ protected:
             FakeItem* target = host.addItem(ItemType::Target, name, robot);
             target->setJoints(JointVector(values.data(), 3));
         }
-        plugin->nSamples = 12;
-        plugin->nEdgesPerSample = 4;
+        setSettings([](PlannerSettings& s) { s.samples = 12; });
+        setSettings([](PlannerSettings& s) { s.edgesPerSample = 4; });
         return robot;
     }
 
@@ -47,7 +47,7 @@ TEST_F(Commands, PrologueLogsAndChoosesTheFirstRobot)
     FakeRobot* robot = addRobot("Arm1");
     LogCapture log;
     EXPECT_EQ(plugin->pluginCommand("Info", ""), "0-0-Arm1");
-    EXPECT_EQ(plugin->robot, robot);
+    EXPECT_EQ(session().robot(), robot);
     EXPECT_TRUE(log.messages().contains("Received command: Info"));
     EXPECT_TRUE(log.messages().contains("    With value: "));
 }
@@ -59,12 +59,14 @@ TEST_F(Commands, InfoWithoutRobot)
 
 TEST_F(Commands, InfoCountsSamplesAndEdges)
 {
-    plugin->robot = addRobot("Arm1");
-    setSize(plugin->samples, 3, 3);
-    plugin->graph->clear();
-    plugin->graph->resize(3);
-    plugin->graph->setLength(0, 1, 2.0);
-    plugin->graph->setLength(1, 2, 3.0);
+    setRobot(addRobot("Arm1"));
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 3);
+        m.graph()->clear();
+        m.graph()->resize(3);
+        m.graph()->setLength(0, 1, 2.0);
+        m.graph()->setLength(1, 2, 3.0);
+    });
     EXPECT_EQ(plugin->pluginCommand("info", ""), "3-2-Arm1");
 }
 
@@ -72,24 +74,24 @@ TEST_F(Commands, NumericSettingsAreTruncatedAndUnlimited)
 {
     addRobot("Arm1");
     EXPECT_EQ(plugin->pluginCommand("Samples", "-3"), "OK");
-    EXPECT_EQ(plugin->nSamples, -3);
+    EXPECT_EQ(settings().samples, -3);
     EXPECT_EQ(plugin->pluginCommand("Edges", "2.9"), "OK");
-    EXPECT_EQ(plugin->nEdgesPerSample, 2);
+    EXPECT_EQ(settings().edgesPerSample, 2);
     EXPECT_EQ(plugin->pluginCommand("NewNodeEdges", "7"), "OK");
-    EXPECT_EQ(plugin->nNewNodeEdges, 7);
+    EXPECT_EQ(settings().newNodeEdges, 7);
     EXPECT_EQ(plugin->pluginCommand("Edgesfoo", "10"), "OK");
-    EXPECT_EQ(plugin->nEdgesPerSample, 10);
+    EXPECT_EQ(settings().edgesPerSample, 10);
 }
 
 TEST_F(Commands, SettingsBeyondTheIntegerRangeStopAtItsEnds)
 {
     addRobot("Arm1");
     EXPECT_EQ(plugin->pluginCommand("Samples", "1e10"), "OK");
-    EXPECT_EQ(plugin->nSamples, 2147483647);
+    EXPECT_EQ(settings().samples, 2147483647);
     EXPECT_EQ(plugin->pluginCommand("Edges", "-1e12"), "OK");
-    EXPECT_EQ(plugin->nEdgesPerSample, -2147483647 - 1);
+    EXPECT_EQ(settings().edgesPerSample, -2147483647 - 1);
     EXPECT_EQ(plugin->pluginCommand("NewNodeEdges", "-7.9"), "OK");
-    EXPECT_EQ(plugin->nNewNodeEdges, -7);
+    EXPECT_EQ(settings().newNodeEdges, -7);
 }
 
 TEST_F(Commands, NonNumericValueIsInvalidAndChangesNothing)
@@ -97,10 +99,10 @@ TEST_F(Commands, NonNumericValueIsInvalidAndChangesNothing)
     addRobot("Arm1");
     plugin->pluginCommand("Info", "");  // the robot is chosen by now
     countUpdates();
-    plugin->settingsChanged = false;
+    session().markSaved();
     EXPECT_EQ(plugin->pluginCommand("Samples", "abc"), "Invalid value");
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_FALSE(plugin->settingsChanged);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_FALSE(session().settingsChanged());
     QCoreApplication::processEvents();
     EXPECT_EQ(updateFormCount(), 0);
 }
@@ -110,14 +112,14 @@ TEST_F(Commands, UnknownKeywordWithNumberOnlyRefreshesAndMarksChanged)
     addRobot("Arm1");
     plugin->pluginCommand("Info", "");  // the robot is chosen by now
     countUpdates();
-    plugin->settingsChanged = false;
+    session().markSaved();
     EXPECT_EQ(plugin->pluginCommand("Foo", "3"), "OK");
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_TRUE(session().settingsChanged());
     EXPECT_EQ(updateFormCount(), 1);
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_EQ(plugin->nEdgesPerSample, 25);
-    EXPECT_EQ(plugin->nNewNodeEdges, 5);
-    EXPECT_FALSE(plugin->displaySamples);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_EQ(settings().edgesPerSample, 25);
+    EXPECT_EQ(settings().newNodeEdges, 5);
+    EXPECT_FALSE(settings().displaySamples);
 }
 
 TEST_F(Commands, DisplaySwitchesOnlyForPositiveValues)
@@ -125,12 +127,12 @@ TEST_F(Commands, DisplaySwitchesOnlyForPositiveValues)
     addRobot("Arm1");
     host.updates.clear();
     EXPECT_EQ(plugin->pluginCommand("Display", "0.5"), "OK");
-    EXPECT_TRUE(plugin->displaySamples);
+    EXPECT_TRUE(settings().displaySamples);
     EXPECT_EQ(plugin->pluginCommand("Display", "0"), "OK");
-    EXPECT_FALSE(plugin->displaySamples);
+    EXPECT_FALSE(settings().displaySamples);
     plugin->pluginCommand("Display", "1");
     EXPECT_EQ(plugin->pluginCommand("Display", "-1"), "OK");
-    EXPECT_FALSE(plugin->displaySamples);
+    EXPECT_FALSE(settings().displaySamples);
     EXPECT_EQ(std::count(host.updates.begin(), host.updates.end(), 1), 4);
 }
 
@@ -138,11 +140,11 @@ TEST_F(Commands, ClearOnEmptyMapKeepsSettingsAndRobot)
 {
     FakeRobot* robot = addRobot("Arm1");
     plugin->pluginCommand("Samples", "42");
-    plugin->settingsChanged = false;
+    session().markSaved();
     EXPECT_EQ(plugin->pluginCommand("Clear", ""), "Done");
-    EXPECT_EQ(plugin->nSamples, 42);
-    EXPECT_EQ(plugin->robot, robot);
-    EXPECT_TRUE(plugin->settingsChanged);
+    EXPECT_EQ(settings().samples, 42);
+    EXPECT_EQ(session().robot(), robot);
+    EXPECT_TRUE(session().settingsChanged());
 }
 
 TEST_F(Commands, ClearWithMapRestoresDefaultsAndForgetsRobot)
@@ -150,16 +152,18 @@ TEST_F(Commands, ClearWithMapRestoresDefaultsAndForgetsRobot)
     addRobot("Arm1");
     plugin->pluginCommand("Samples", "42");
     plugin->pluginCommand("Display", "1");
-    setSize(plugin->samples, 3, 2);
-    plugin->graph->resize(2);
-    setSize(plugin->route, 1, 2);
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 2);
+        m.graph()->resize(2);
+        setSize(m.route(), 1, 2);
+    });
     EXPECT_EQ(plugin->pluginCommand("Clear", ""), "Done");
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_FALSE(plugin->displaySamples);
-    EXPECT_EQ(plugin->robot, nullptr);
-    EXPECT_EQ(columns(plugin->samples), 0);
-    EXPECT_EQ(columns(plugin->graph), 0);
-    EXPECT_EQ(columns(plugin->route), 0);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_FALSE(settings().displaySamples);
+    EXPECT_EQ(session().robot(), nullptr);
+    EXPECT_EQ(columns(map().samples()), 0);
+    EXPECT_EQ(columns(map().graph()), 0);
+    EXPECT_EQ(columns(map().route()), 0);
 }
 
 TEST_F(Commands, SelectRobotRepliesTheChosenName)
@@ -177,15 +181,17 @@ TEST_F(Commands, SelectRobotWithoutRobotsRepliesEmpty)
 
 TEST_F(Commands, SaveWritesSamplesAndSaveMapTheGraph)
 {
-    plugin->robot = addRobot("Arm1");
-    setSize(plugin->samples, 2, 2);
-    plugin->samples->values[0] = 1;
-    plugin->samples->values[1] = 2;
-    plugin->samples->values[2] = 3;
-    plugin->samples->values[3] = 4.5;
-    plugin->graph->clear();
-    plugin->graph->resize(2);
-    plugin->graph->setLength(0, 1, 3.25);
+    setRobot(addRobot("Arm1"));
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 2, 2);
+        m.samples()->values[0] = 1;
+        m.samples()->values[1] = 2;
+        m.samples()->values[2] = 3;
+        m.samples()->values[3] = 4.5;
+        m.graph()->clear();
+        m.graph()->resize(2);
+        m.graph()->setLength(0, 1, 3.25);
+    });
     QTemporaryDir dir;
     const QString samplesPath = dir.filePath("samples.txt");
     const QString graphPath = dir.filePath("graph.txt");
@@ -223,7 +229,7 @@ TEST_F(Commands, JoinWithMissingProgramRunsNothing)
     FakeRobot* robot = addRobot("Arm1");
     host.addItem(ItemType::Program, "P1", robot);
     EXPECT_EQ(plugin->pluginCommand("Join", "P1|Missing"), "Failed. Invalid program: Missing");
-    EXPECT_EQ(columns(plugin->samples), 0);
+    EXPECT_EQ(columns(map().samples()), 0);
     EXPECT_EQ(host.collisionTests, 0);
 }
 
@@ -257,7 +263,7 @@ TEST_F(Commands, CalculateMatchesCalc)
 {
     cellWithTwoTargets();
     EXPECT_EQ(plugin->pluginCommand("CALCULATE", ""), "Done");
-    EXPECT_EQ(columns(plugin->samples), 12);
+    EXPECT_EQ(columns(map().samples()), 12);
 }
 
 TEST_F(Commands, AddInsertsTheRobotPosition)
@@ -267,7 +273,7 @@ TEST_F(Commands, AddInsertsTheRobotPosition)
     const double far[] = {150, 150, 150};
     robot->setJoints(JointVector(far, 3));
     EXPECT_EQ(plugin->pluginCommand("Add", ""), "Done");
-    EXPECT_EQ(columns(plugin->samples), 13);
+    EXPECT_EQ(columns(map().samples()), 13);
 }
 
 }  // namespace

@@ -18,12 +18,14 @@ protected:
     {
         load();
         robot = addRobot("Arm1");
-        plugin->robot = robot;
+        setRobot(robot);
         // A map exists, so that no join computes one first.
-        setSize(plugin->samples, 3, 1);
-        fillZero(plugin->samples);
-        plugin->graph->clear();
-        plugin->graph->resize(1);
+        editMap([&](RobotMap& m) {
+            setSize(m.samples(), 3, 1);
+            fillZero(m.samples());
+            m.graph()->clear();
+            m.graph()->resize(1);
+        });
         target = host.addItem(ItemType::Target, "T1", robot);
         program = host.addItem(ItemType::Program, "P1", robot);
         plugin->pluginItemContextMenu({target}, &targetMenu);

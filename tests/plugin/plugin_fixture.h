@@ -1,6 +1,8 @@
 #pragma once
 
 #include "fake_host.h"
+#include "operation_scope.h"
+#include "planner_session.h"
 #include "plugin_autoprm.h"
 
 #include <QAction>
@@ -12,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 // A plug-in loaded into a fake host with a main window that has a
@@ -49,6 +52,30 @@ protected:
     FakeRobot* addRobot(const QString& name, int joints = 3)
     {
         return host.addRobot(name, std::vector<double>(size_t(joints), -180.0), std::vector<double>(size_t(joints), 180.0));
+    }
+
+    // The loaded plug-in's session, and its parts as tests read and set them.
+    PlannerSession& session() { return *plugin->session(); }
+    const RobotMap& map() { return session().map(); }
+    const PlannerSettings& settings() { return session().settings(); }
+    // Settings as a station holds them: not marked changed.
+    void setSettings(const std::function<void(PlannerSettings&)>& change)
+    {
+        PlannerSettings changed = settings();
+        change(changed);
+        session().restoreSettings(changed);
+    }
+    // Lays out the map by hand, as an operation would change it.
+    void editMap(const std::function<void(RobotMap&)>& edit)
+    {
+        OperationScope scope(session(), true);
+        edit(scope.map());
+    }
+    // Chooses the robot, with the map in hand as its map.
+    void setRobot(HostItem* robot)
+    {
+        session().setRobot(robot);
+        editMap([robot](RobotMap& map) { map.setRobot(robot); });
     }
 
     bool hasMessage(const QString& text, bool popup) const

@@ -144,31 +144,33 @@ TEST_F(LoadedPlugin, LinkActionsRunTheSelectionJoinOnceTheClickIsHandled)
 TEST_F(LoadedPlugin, StationOpenedOnEmptyMapKeepsSettingsButReadsStoredOnes)
 {
     load();
-    plugin->nSamples = 7;
+    setSettings([](PlannerSettings& s) { s.samples = 7; });
     plugin->pluginEvent(4);
-    EXPECT_EQ(plugin->nSamples, 7);  // nothing stored, nothing cleared
+    EXPECT_EQ(settings().samples, 7);  // nothing stored, nothing cleared
 
     FakeRobot* robot = addRobot("Arm1");
-    plugin->robot = robot;
-    plugin->nSamples = 33;
-    plugin->settingsChanged = true;
+    setRobot(robot);
+    setSettings([](PlannerSettings& s) { s.samples = 33; });
+    session().markChanged();
     plugin->saveSettings();
-    plugin->nSamples = 7;
+    setSettings([](PlannerSettings& s) { s.samples = 7; });
     plugin->pluginEvent(4);
-    EXPECT_EQ(plugin->nSamples, 33);
+    EXPECT_EQ(settings().samples, 33);
 }
 
 TEST_F(LoadedPlugin, StationOpenedWithMapClearsSettingsFirst)
 {
     load();
     FakeRobot* robot = addRobot("Arm1");
-    plugin->robot = robot;
-    plugin->nEdgesPerSample = 3;
-    setSize(plugin->samples, 3, 2);
+    setRobot(robot);
+    setSettings([](PlannerSettings& s) { s.edgesPerSample = 3; });
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 2);
+    });
     plugin->pluginEvent(4);
-    EXPECT_EQ(plugin->nEdgesPerSample, 25);
-    EXPECT_EQ(columns(plugin->samples), 0);
-    EXPECT_EQ(plugin->robot, nullptr);
+    EXPECT_EQ(settings().edgesPerSample, 25);
+    EXPECT_EQ(columns(map().samples()), 0);
+    EXPECT_EQ(session().robot(), nullptr);
 }
 
 TEST_F(LoadedPlugin, StationChangedReselectsWhenTheRobotVanished)
@@ -176,17 +178,17 @@ TEST_F(LoadedPlugin, StationChangedReselectsWhenTheRobotVanished)
     load();
     FakeRobot* first = addRobot("Arm1");
     FakeRobot* second = addRobot("Arm2");
-    plugin->robot = second;
+    setRobot(second);
     int updates = 0;
     QObject::connect(plugin.get(), &PluginAutoPRM::UpdateForm, [&updates] { ++updates; });
 
     plugin->pluginEvent(3);
-    EXPECT_EQ(plugin->robot, second);
+    EXPECT_EQ(session().robot(), second);
     EXPECT_GE(updates, 1);
 
     second->deleteItem();
     plugin->pluginEvent(3);
-    EXPECT_EQ(plugin->robot, first);
+    EXPECT_EQ(session().robot(), first);
     EXPECT_TRUE(hasMessage("Selected robot for PRM: Arm1", false));
 }
 
@@ -195,30 +197,30 @@ TEST_F(LoadedPlugin, StationChangedWithNothingChosenDoesNothing)
     load();
     addRobot("Arm1");
     plugin->pluginEvent(3);
-    EXPECT_EQ(plugin->robot, nullptr);
+    EXPECT_EQ(session().robot(), nullptr);
     EXPECT_TRUE(host.messages.isEmpty());
 }
 
 TEST_F(LoadedPlugin, SecondLoadAfterUnloadRestoresDefaults)
 {
     load();
-    plugin->nSamples = 5;
-    plugin->nEdgesPerSample = 6;
-    plugin->robotStepDeg = 1.5;
-    plugin->nNewNodeEdges = 9;
-    plugin->displaySamples = true;
-    plugin->robot = addRobot("Arm1");
+    setSettings([](PlannerSettings& s) { s.samples = 5; });
+    setSettings([](PlannerSettings& s) { s.edgesPerSample = 6; });
+    setSettings([](PlannerSettings& s) { s.robotStepDeg = 1.5; });
+    setSettings([](PlannerSettings& s) { s.newNodeEdges = 9; });
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
+    setRobot(addRobot("Arm1"));
     plugin->pluginUnload();
-    EXPECT_EQ(plugin->samples, nullptr);
+    EXPECT_EQ(plugin->session(), nullptr) << "the map goes with the session";
     plugin->pluginLoad(window.get(), window->menuBar(), window->statusBar(), &host, QString());
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_EQ(plugin->nEdgesPerSample, 25);
-    EXPECT_EQ(plugin->robotStepDeg, 4.0);
-    EXPECT_EQ(plugin->nNewNodeEdges, 5);
-    EXPECT_FALSE(plugin->displaySamples);
-    EXPECT_EQ(plugin->robot, nullptr);
-    ASSERT_NE(plugin->samples, nullptr);
-    EXPECT_EQ(columns(plugin->samples), 0);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_EQ(settings().edgesPerSample, 25);
+    EXPECT_EQ(settings().robotStepDeg, 4.0);
+    EXPECT_EQ(settings().newNodeEdges, 5);
+    EXPECT_FALSE(settings().displaySamples);
+    EXPECT_EQ(session().robot(), nullptr);
+    ASSERT_NE(plugin->session(), nullptr);
+    EXPECT_EQ(columns(map().samples()), 0);
 }
 
 TEST_F(LoadedPlugin, UnloadSchedulesMenuAndToolbarForDeletion)

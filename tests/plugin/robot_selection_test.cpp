@@ -34,7 +34,7 @@ TEST_F(RobotSelection, UnknownNameWithAutomaticChoiceTakesTheFirstRobot)
     FakeRobot* a = addRobot("A");
     addRobot("B");
     EXPECT_TRUE(plugin->selectRobot(true, "Missing"));
-    EXPECT_EQ(plugin->robot, a);
+    EXPECT_EQ(session().robot(), a);
     EXPECT_EQ(plugin->robotName(), "A");
     EXPECT_TRUE(hasMessage("Selected robot for PRM: A", false));
 }
@@ -44,17 +44,19 @@ TEST_F(RobotSelection, NamedRobotIsChosen)
     addRobot("A");
     FakeRobot* b = addRobot("B");
     EXPECT_TRUE(plugin->selectRobot(true, "B"));
-    EXPECT_EQ(plugin->robot, b);
+    EXPECT_EQ(session().robot(), b);
 }
 
 TEST_F(RobotSelection, CancelledPickLeavesNoRobotAndAnEmptyMap)
 {
     addRobot("A");
-    setSize(plugin->samples, 3, 5);
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 5);
+    });
     host.pickAnswers = {nullptr};
     EXPECT_FALSE(plugin->selectRobot(false, QString()));
-    EXPECT_EQ(plugin->robot, nullptr);
-    EXPECT_EQ(columns(plugin->samples), 0);
+    EXPECT_EQ(session().robot(), nullptr);
+    EXPECT_EQ(columns(map().samples()), 0);
     EXPECT_TRUE(hasMessage("Robot not available to calculate PRM", false));
 }
 
@@ -64,13 +66,13 @@ TEST_F(RobotSelection, PickedMechanismStandsForItsRobot)
     FakeItem* rail = host.addItem(ItemType::Robot, "Rail", robot);
     host.pickAnswers = {rail};
     EXPECT_TRUE(plugin->selectRobot(false, QString()));
-    EXPECT_EQ(plugin->robot, robot);
+    EXPECT_EQ(session().robot(), robot);
 }
 
 TEST_F(RobotSelection, EmptyStationAsksToOpenOne)
 {
     EXPECT_FALSE(plugin->selectRobot(true, QString()));
-    EXPECT_EQ(plugin->robot, nullptr);
+    EXPECT_EQ(session().robot(), nullptr);
     EXPECT_TRUE(hasMessage("Select File-Open to load a robot or a Vorlik station", false));
 }
 
@@ -79,7 +81,7 @@ TEST_F(RobotSelection, RequireRobotPopsUpOnlyWhenNotSilent)
     EXPECT_FALSE(plugin->requireRobot(true));
     EXPECT_FALSE(plugin->requireRobot(false));
     EXPECT_EQ(host.messages, (QList<QPair<QString, bool>>{{NoRobot, false}, {NoRobot, true}}));
-    plugin->robot = addRobot("A");
+    setRobot(addRobot("A"));
     host.messages.clear();
     EXPECT_TRUE(plugin->requireRobot(false));
     EXPECT_TRUE(host.messages.isEmpty());
@@ -87,7 +89,7 @@ TEST_F(RobotSelection, RequireRobotPopsUpOnlyWhenNotSilent)
 
 TEST_F(RobotSelection, DisplayWithoutRobotReportsInStatusBarOnEveryRedraw)
 {
-    plugin->displaySamples = true;
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
     plugin->pluginEvent(1);
     plugin->pluginEvent(1);
     EXPECT_EQ(host.messages, (QList<QPair<QString, bool>>{{NoRobot, false}, {NoRobot, false}}));
@@ -96,7 +98,7 @@ TEST_F(RobotSelection, DisplayWithoutRobotReportsInStatusBarOnEveryRedraw)
 
 TEST_F(RobotSelection, DisplayOffDrawsNothing)
 {
-    plugin->robot = addRobot("A");
+    setRobot(addRobot("A"));
     plugin->pluginEvent(1);
     EXPECT_EQ(host.drawCalls, 0);
     EXPECT_TRUE(host.messages.isEmpty());
@@ -104,33 +106,41 @@ TEST_F(RobotSelection, DisplayOffDrawsNothing)
 
 TEST_F(RobotSelection, MapWithoutEdgesDrawsNoSegmentsButFillsPositions)
 {
-    plugin->robot = addRobot("A");
-    plugin->displaySamples = true;
-    setSize(plugin->samples, 3, 2);
+    setRobot(addRobot("A"));
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 2);
+    });
     const double values[] = {1, 2, 3, 4, 5, 6};
-    std::copy(values, values + 6, plugin->samples->values);
-    plugin->graph->clear();
-    plugin->graph->resize(2);
+    editMap([&](RobotMap& m) {
+        std::copy(values, values + 6, m.samples()->values);
+        m.graph()->clear();
+        m.graph()->resize(2);
+    });
     plugin->RenderMap();
     EXPECT_EQ(host.drawCalls, 1);
     EXPECT_EQ(host.lastDrawPointCount, 0);
-    ASSERT_EQ(rows(plugin->samplePositions), 3);
-    ASSERT_EQ(columns(plugin->samplePositions), 2);
+    ASSERT_EQ(rows(plugin->samplePositions()), 3);
+    ASSERT_EQ(columns(plugin->samplePositions()), 2);
     for (int i = 0; i < 6; ++i)
-        EXPECT_DOUBLE_EQ(plugin->samplePositions->values[i], values[i]);
+        EXPECT_DOUBLE_EQ(plugin->samplePositions()->values[i], values[i]);
 }
 
 TEST_F(RobotSelection, EdgesBecomeSegmentsBetweenToolPositions)
 {
-    plugin->robot = addRobot("A");
-    plugin->displaySamples = true;
-    setSize(plugin->samples, 3, 3);
+    setRobot(addRobot("A"));
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 3);
+    });
     for (int i = 0; i < 9; ++i)
-        plugin->samples->values[i] = i;
-    plugin->graph->clear();
-    plugin->graph->resize(3);
-    plugin->graph->setLength(0, 2, 5.0);
-    plugin->graph->setLength(1, 2, 4.0);
+        editMap([&](RobotMap& m) {
+            m.samples()->values[i] = i;
+        m.graph()->clear();
+        m.graph()->resize(3);
+        m.graph()->setLength(0, 2, 5.0);
+        m.graph()->setLength(1, 2, 4.0);
+        });
     plugin->RenderMap();
     EXPECT_EQ(host.lastDrawPointCount, 4);
 }
@@ -141,22 +151,24 @@ TEST_F(RobotSelection, RobotOnRailIsDrawnFromTheRailsPlacement)
     PlacedRail rail(&host, QVector3D(100, -50, 25));
     rail.robot = robot;
     robot->setParent(&rail);
-    plugin->robot = robot;
-    plugin->displaySamples = true;
-    setSize(plugin->samples, 3, 1);
-    plugin->samples->values[0] = 1;
-    plugin->samples->values[1] = 2;
-    plugin->samples->values[2] = 3;
-    plugin->graph->clear();
-    plugin->graph->resize(1);
+    setRobot(robot);
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 3, 1);
+        m.samples()->values[0] = 1;
+        m.samples()->values[1] = 2;
+        m.samples()->values[2] = 3;
+        m.graph()->clear();
+        m.graph()->resize(1);
+    });
 
     LogCapture log;
     plugin->RenderMap();
     EXPECT_EQ(log.countStartingWith("Rail found: "), 1);
     EXPECT_TRUE(log.messages().contains("Rail found: Rail"));
-    EXPECT_DOUBLE_EQ(at(plugin->samplePositions, 0, 0), 101.0);
-    EXPECT_DOUBLE_EQ(at(plugin->samplePositions, 1, 0), -48.0);
-    EXPECT_DOUBLE_EQ(at(plugin->samplePositions, 2, 0), 28.0);
+    EXPECT_DOUBLE_EQ(at(plugin->samplePositions(), 0, 0), 101.0);
+    EXPECT_DOUBLE_EQ(at(plugin->samplePositions(), 1, 0), -48.0);
+    EXPECT_DOUBLE_EQ(at(plugin->samplePositions(), 2, 0), 28.0);
     plugin->RenderMap();
     EXPECT_EQ(log.countStartingWith("Rail found: "), 2);
 }

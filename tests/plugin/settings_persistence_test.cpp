@@ -76,19 +76,19 @@ protected:
 TEST_F(Persistence, WithoutStoredSettingsLoadingFailsAndDefaultsStay)
 {
     EXPECT_FALSE(plugin->loadSettings());
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_EQ(plugin->nEdgesPerSample, 25);
-    EXPECT_EQ(plugin->robotStepDeg, 4.0);
-    EXPECT_EQ(plugin->nNewNodeEdges, 5);
-    EXPECT_FALSE(plugin->displaySamples);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_EQ(settings().edgesPerSample, 25);
+    EXPECT_EQ(settings().robotStepDeg, 4.0);
+    EXPECT_EQ(settings().newNodeEdges, 5);
+    EXPECT_FALSE(settings().displaySamples);
 }
 
 TEST_F(Persistence, RecordOfAFutureVersionIsIgnoredButForTheSampleCount)
 {
     FakeRobot* robot = addRobot("Arm1");
-    plugin->robot = robot;
-    plugin->nEdgesPerSample = 12;
-    plugin->nSamples = 40;
+    setRobot(robot);
+    setSettings([](PlannerSettings& s) { s.edgesPerSample = 12; });
+    setSettings([](PlannerSettings& s) { s.samples = 40; });
     QByteArray bytes;
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);
@@ -98,21 +98,21 @@ TEST_F(Persistence, RecordOfAFutureVersionIsIgnoredButForTheSampleCount)
     LogCapture log;
     EXPECT_FALSE(plugin->loadSettings());
     EXPECT_TRUE(log.messages().contains("Warning: Settings not loaded. Future version?"));
-    EXPECT_EQ(plugin->nSamples, 100);
-    EXPECT_EQ(plugin->nEdgesPerSample, 12);
-    EXPECT_EQ(plugin->robot, robot);
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_EQ(settings().edgesPerSample, 12);
+    EXPECT_EQ(session().robot(), robot);
 }
 
 TEST_F(Persistence, SettingsRecordDecodesFieldByField)
 {
     FakeRobot* robot = addRobot("Arm1");
-    plugin->robot = robot;
-    plugin->nSamples = 250;
-    plugin->nEdgesPerSample = 17;
-    plugin->robotStepDeg = 2.5;
-    plugin->nNewNodeEdges = 6;
-    plugin->displaySamples = true;
-    plugin->settingsChanged = true;
+    setRobot(robot);
+    setSettings([](PlannerSettings& s) { s.samples = 250; });
+    setSettings([](PlannerSettings& s) { s.edgesPerSample = 17; });
+    setSettings([](PlannerSettings& s) { s.robotStepDeg = 2.5; });
+    setSettings([](PlannerSettings& s) { s.newNodeEdges = 6; });
+    setSettings([](PlannerSettings& s) { s.displaySamples = true; });
+    session().markChanged();
     plugin->saveSettings();
 
     const QByteArray bytes = host.dataParams.value("Zelvane");
@@ -124,29 +124,31 @@ TEST_F(Persistence, SettingsRecordDecodesFieldByField)
     EXPECT_EQ(bytes[20], char(1));
     EXPECT_EQ(int32At(bytes, 21), 8);
     EXPECT_EQ(utf16At(bytes, 25, 8), "Arm1");
-    EXPECT_FALSE(plugin->settingsChanged);
+    EXPECT_FALSE(session().settingsChanged());
 }
 
 TEST_F(Persistence, MapRecordDecodesMatrixByMatrix)
 {
     FakeRobot* robot = addRobot("Arm1");
-    plugin->robot = robot;
-    fill(plugin->samples, 2, 3, 1.0);
-    plugin->graph->resize(3);
-    plugin->graph->setLength(0, 1, 2.5);
-    plugin->graph->setLength(2, 1, 0.75);
-    setSize(plugin->route, 0, 0);
-    plugin->settingsChanged = true;
+    setRobot(robot);
+    editMap([&](RobotMap& m) {
+        fill(m.samples(), 2, 3, 1.0);
+        m.graph()->resize(3);
+        m.graph()->setLength(0, 1, 2.5);
+        m.graph()->setLength(2, 1, 0.75);
+        setSize(m.route(), 0, 0);
+    });
+    session().markChanged();
     plugin->saveSettings();
 
     const QByteArray bytes = host.dataParams.value("Zelvane-Rob Arm1");
     ASSERT_EQ(bytes.size(), (12 + 6 * 8) + (12 + 9 * 8) + 12);
     ScopedMatrix dense = makeScopedMatrix();
-    denseFromGraph(plugin->graph, dense.get());
+    denseFromGraph(map().graph(), dense.get());
     EXPECT_EQ(dense->values[1], 2.5) << "(1, 0)";
     EXPECT_EQ(dense->values[5], 0.75) << "(2, 1)";
     int offset = 0;
-    for (const RoadmapMatrix* matrix : {static_cast<const RoadmapMatrix*>(plugin->samples), static_cast<const RoadmapMatrix*>(dense.get())}) {
+    for (const RoadmapMatrix* matrix : {static_cast<const RoadmapMatrix*>(map().samples()), static_cast<const RoadmapMatrix*>(dense.get())}) {
         EXPECT_EQ(int32At(bytes, offset), 2);
         EXPECT_EQ(int32At(bytes, offset + 4), rows(matrix));
         EXPECT_EQ(int32At(bytes, offset + 8), columns(matrix));
@@ -165,7 +167,7 @@ TEST_F(Persistence, EmptyMatrixIsTwelveBytes)
 
 TEST_F(Persistence, SavingWithoutRobotWritesEmptyNameAndNoMap)
 {
-    plugin->settingsChanged = true;
+    session().markChanged();
     plugin->saveSettings();
     const QByteArray bytes = host.dataParams.value("Zelvane");
     ASSERT_EQ(bytes.size(), 25);
@@ -176,8 +178,8 @@ TEST_F(Persistence, SavingWithoutRobotWritesEmptyNameAndNoMap)
 
 TEST_F(Persistence, SavingTwiceWritesOnce)
 {
-    plugin->robot = addRobot("Arm1");
-    plugin->settingsChanged = true;
+    setRobot(addRobot("Arm1"));
+    session().markChanged();
     plugin->saveSettings();
     EXPECT_EQ(host.dataParams.size(), 2);
     host.dataParams.clear();
@@ -187,59 +189,66 @@ TEST_F(Persistence, SavingTwiceWritesOnce)
 
 TEST_F(Persistence, EmptyRobotRecordLeavesMapEmptyAndLogsNothing)
 {
-    plugin->robot = addRobot("Arm1");
-    fill(plugin->samples, 3, 4, 2.0);
+    setRobot(addRobot("Arm1"));
+    editMap([&](RobotMap& m) {
+        fill(m.samples(), 3, 4, 2.0);
+    });
     host.dataParams["Zelvane-Rob Arm1"] = QByteArray();
     LogCapture log;
     plugin->loadRobotMap();
-    EXPECT_EQ(columns(plugin->samples), 0);
-    EXPECT_EQ(columns(plugin->graph), 0);
+    EXPECT_EQ(columns(map().samples()), 0);
+    EXPECT_EQ(columns(map().graph()), 0);
     EXPECT_TRUE(log.messages().isEmpty()) << log.messages().join("|").toStdString();
 }
 
 TEST_F(Persistence, RecordWithSamplesOnlyLeavesGraphAndRouteEmpty)
 {
-    plugin->robot = addRobot("Arm1");
+    setRobot(addRobot("Arm1"));
     ScopedMatrix stored = makeScopedMatrix();
     fill(stored.get(), 3, 5, 1.0);
     host.dataParams["Zelvane-Rob Arm1"] = matrixBytes(stored.get());
     LogCapture log;
     plugin->loadRobotMap();
-    EXPECT_EQ(rows(plugin->samples), 3);
-    EXPECT_EQ(columns(plugin->samples), 5);
-    EXPECT_EQ(rows(plugin->graph), 0);
-    EXPECT_EQ(columns(plugin->graph), 0);
-    EXPECT_EQ(rows(plugin->route), 0);
-    EXPECT_EQ(columns(plugin->route), 0);
+    EXPECT_EQ(rows(map().samples()), 3);
+    EXPECT_EQ(columns(map().samples()), 5);
+    EXPECT_EQ(rows(map().graph()), 0);
+    EXPECT_EQ(columns(map().graph()), 0);
+    EXPECT_EQ(rows(map().route()), 0);
+    EXPECT_EQ(columns(map().route()), 0);
     EXPECT_EQ(log.messages().count("No data to read"), 2);
 }
 
 TEST_F(Persistence, LargeMapRoundTripsElementByElement)
 {
     FakeRobot* robot = addRobot("Arm1", 6);
-    plugin->robot = robot;
-    fill(plugin->samples, 6, 250, 3.0);
-    fillGraph(plugin->graph, 250, 7, 0.5);
-    setSize(plugin->route, 1, 12);
-    for (int i = 0; i < 12; ++i)
-        plugin->route->values[i] = 7 + 19 * i;
+    setRobot(robot);
+    editMap([&](RobotMap& m) {
+        fill(m.samples(), 6, 250, 3.0);
+        fillGraph(m.graph(), 250, 7, 0.5);
+        setSize(m.route(), 1, 12);
+        for (int i = 0; i < 12; ++i)
+            m.route()->values[i] = 7 + 19 * i;
+    });
     ScopedMatrix samples = makeScopedMatrix();
     ScopedMatrix graph = makeScopedMatrix();
     ScopedMatrix route = makeScopedMatrix();
-    copyMatrix(plugin->samples, samples.get());
-    denseFromGraph(plugin->graph, graph.get());
-    copyMatrix(plugin->route, route.get());
+    copyMatrix(map().samples(), samples.get());
+    denseFromGraph(map().graph(), graph.get());
+    copyMatrix(map().route(), route.get());
 
-    plugin->settingsChanged = true;
+    session().markChanged();
     plugin->saveSettings();
-    setSize(plugin->samples, 0, 0);
-    plugin->robot = nullptr;
+    editMap([&](RobotMap& m) {
+        setSize(m.samples(), 0, 0);
+    });
+    setRobot(nullptr);
     ASSERT_TRUE(plugin->loadSettings());
-    EXPECT_EQ(plugin->robot, robot);
+    EXPECT_EQ(session().robot(), robot);
     ScopedMatrix loadedGraph = makeScopedMatrix();
-    denseFromGraph(plugin->graph, loadedGraph.get());
-    for (const auto& [loaded, saved] : {std::pair{plugin->samples, samples.get()}, std::pair{loadedGraph.get(), graph.get()},
-                                        std::pair{plugin->route, route.get()}}) {
+    denseFromGraph(map().graph(), loadedGraph.get());
+    const RoadmapMatrix* loadedGraphMatrix = loadedGraph.get();
+    for (const auto& [loaded, saved] : {std::pair{map().samples(), samples.get()}, std::pair{loadedGraphMatrix, graph.get()},
+                                        std::pair{map().route(), route.get()}}) {
         ASSERT_EQ(rows(loaded), rows(saved));
         ASSERT_EQ(columns(loaded), columns(saved));
         for (int i = 0; i < elementCount(saved); ++i)
@@ -247,23 +256,27 @@ TEST_F(Persistence, LargeMapRoundTripsElementByElement)
     }
 }
 
-TEST_F(Persistence, StoredRobotThatIsGoneFallsBackToTheFirstWithoutLoadingItsMap)
+TEST_F(Persistence, StoredRobotThatIsGoneFallsBackToTheFirstWithItsOwnMap)
 {
     FakeRobot* first = addRobot("Arm1");
+    ScopedMatrix stored = makeScopedMatrix();
+    fill(stored.get(), 3, 5, 1.0);
+    host.dataParams["Zelvane-Rob Arm1"] = matrixBytes(stored.get());
     QByteArray bytes;
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream << qint32(60) << qint32(8) << 3.0 << qint32(4) << false << QString("Gone");
     }
     host.dataParams["Zelvane"] = bytes;
-    fill(plugin->samples, 3, 2, 1.0);
+    editMap([&](RobotMap& m) { fill(m.samples(), 3, 2, 1.0); });
     EXPECT_TRUE(plugin->loadSettings());
-    EXPECT_EQ(plugin->robot, first);
-    EXPECT_EQ(plugin->nSamples, 60);
-    EXPECT_EQ(plugin->nEdgesPerSample, 8);
-    EXPECT_EQ(plugin->robotStepDeg, 3.0);
-    EXPECT_EQ(plugin->nNewNodeEdges, 4);
-    EXPECT_EQ(columns(plugin->samples), 2);  // the map held is kept
+    EXPECT_EQ(session().robot(), first);
+    EXPECT_EQ(settings().samples, 60);
+    EXPECT_EQ(settings().edgesPerSample, 8);
+    EXPECT_EQ(settings().robotStepDeg, 3.0);
+    EXPECT_EQ(settings().newNodeEdges, 4);
+    EXPECT_EQ(columns(map().samples()), 5) << "the first robot's own map, not the one held before";
+    EXPECT_EQ(map().robot(), first);
 }
 
 TEST_F(Persistence, SwitchingRobotsKeepsOneMapPerRobot)
@@ -271,18 +284,22 @@ TEST_F(Persistence, SwitchingRobotsKeepsOneMapPerRobot)
     addRobot("Arm1");
     addRobot("Arm2");
     ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));
-    fill(plugin->samples, 3, 4, 1.0);
-    plugin->settingsChanged = true;
+    editMap([&](RobotMap& m) {
+        fill(m.samples(), 3, 4, 1.0);
+    });
+    session().markChanged();
     ASSERT_TRUE(plugin->selectRobot(true, "Arm2"));
-    EXPECT_EQ(columns(plugin->samples), 0);
-    fill(plugin->samples, 3, 7, 2.0);
-    plugin->settingsChanged = true;
+    EXPECT_EQ(columns(map().samples()), 0);
+    editMap([&](RobotMap& m) {
+        fill(m.samples(), 3, 7, 2.0);
+    });
+    session().markChanged();
     ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));
-    EXPECT_EQ(columns(plugin->samples), 4);
-    EXPECT_EQ(plugin->samples->values[0], 1.0);
+    EXPECT_EQ(columns(map().samples()), 4);
+    EXPECT_EQ(map().samples()->values[0], 1.0);
     ASSERT_TRUE(plugin->selectRobot(true, "Arm2"));
-    EXPECT_EQ(columns(plugin->samples), 7);
-    EXPECT_EQ(plugin->samples->values[0], 2.0);
+    EXPECT_EQ(columns(map().samples()), 7);
+    EXPECT_EQ(map().samples()->values[0], 2.0);
 }
 
 TEST(MatrixText, CommaAndBracketForms)

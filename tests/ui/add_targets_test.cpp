@@ -36,7 +36,7 @@ protected:
         ASSERT_GE(n, 4);
         EXPECT_EQ(station.calls.mid(n - 4),
                   (QStringList{"setRenderMode 6", "Arm setJoints 50.000, 50.000", "update 255", "UpdateForm"}));
-        EXPECT_TRUE(session.settingsChanged);
+        EXPECT_TRUE(session.settingsChanged());
         EXPECT_EQ(session.updateFormCount, 1);
         EXPECT_EQ(progressReporter().dialog(), nullptr);
     }
@@ -44,14 +44,14 @@ protected:
 
 TEST_F(AddTargetsTest, WithoutRobotNothingHappens)
 {
-    session.robot = nullptr;
+    session.setRobot(nullptr);
     selectTarget("T1", {100, 100});
     EXPECT_FALSE(AddTargetsToMap(session, true, false));
     EXPECT_FALSE(AddTargetsToMap(session, false, false));
     EXPECT_EQ(station.calls, (QStringList{"showMessage Invalid robot: add a robot or load a project",
                                           "showMessage Invalid robot: add a robot or load a project [popup]"}));
-    EXPECT_EQ(columns(session.samples), 4);
-    EXPECT_FALSE(session.settingsChanged);
+    EXPECT_EQ(columns(session.samples()), 4);
+    EXPECT_FALSE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 0);
 }
 
@@ -64,11 +64,11 @@ TEST_F(AddTargetsTest, SelectedTargetsBecomeNodesOneAfterTheOther)
     EXPECT_EQ(station.messageTexts(),
               (QStringList{"Successfully added target: T1", "Successfully added target: T2"}));
     EXPECT_EQ(progressTitles, (QStringList{"Adding T1 (1/2)", "Adding T2 (2/2)"}));
-    ASSERT_EQ(columns(session.samples), 6);
+    ASSERT_EQ(columns(session.samples()), 6);
     EXPECT_EQ(sample(5), (Joints{100, 100}));
     EXPECT_EQ(sample(6), (Joints{-100, -100}));
-    EXPECT_EQ(rows(session.graph), 6);
-    EXPECT_GT(at(session.graph, 4, 5), 0.0) << "T2 was inserted into the map that already held T1";
+    EXPECT_EQ(rows(session.graph()), 6);
+    EXPECT_GT(at(session.graph(), 4, 5), 0.0) << "T2 was inserted into the map that already held T1";
     EXPECT_EQ(log.countStartingWith("Done adding first node"), 2);
     expectNoPopUp();
     expectRestored();
@@ -80,7 +80,7 @@ TEST_F(AddTargetsTest, ProgramsAndFramesOnlyAddTheRobotPosition)
     EXPECT_TRUE(AddTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added the current robot position"});
     EXPECT_EQ(progressTitles, QStringList{"Adding current robot position"});
-    ASSERT_EQ(columns(session.samples), 5);
+    ASSERT_EQ(columns(session.samples()), 5);
     EXPECT_EQ(sample(5), (Joints{50, 50}));
     expectNoPopUp();
     expectRestored();
@@ -91,7 +91,7 @@ TEST_F(AddTargetsTest, RobotPositionOnlyIgnoresTheSelection)
     selectTarget("T1", {100, 100});
     EXPECT_TRUE(AddTargetsToMap(session, true, true));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added the current robot position"});
-    ASSERT_EQ(columns(session.samples), 5);
+    ASSERT_EQ(columns(session.samples()), 5);
     EXPECT_EQ(sample(5), (Joints{50, 50}));
 }
 
@@ -102,8 +102,8 @@ TEST_F(AddTargetsTest, SameTargetTwiceIsAddedOnce)
     EXPECT_TRUE(AddTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), (QStringList{"Successfully added target: T1",
                                                    "Target T1 (or a nearby target) has already been added."}));
-    EXPECT_EQ(columns(session.samples), 5);
-    EXPECT_EQ(rows(session.graph), 5);
+    EXPECT_EQ(columns(session.samples()), 5);
+    EXPECT_EQ(rows(session.graph()), 5);
 }
 
 TEST_F(AddTargetsTest, TargetOfAnotherJointCountIsSkippedButCounted)
@@ -113,7 +113,7 @@ TEST_F(AddTargetsTest, TargetOfAnotherJointCountIsSkippedButCounted)
     EXPECT_TRUE(AddTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added target: T"});
     EXPECT_EQ(progressTitles, QStringList{"Adding T (2/2)"});
-    EXPECT_EQ(columns(session.samples), 5);
+    EXPECT_EQ(columns(session.samples()), 5);
 }
 
 TEST_F(AddTargetsTest, PlaceholdersInATargetNameStayInTheTitle)
@@ -131,7 +131,7 @@ TEST_F(AddTargetsTest, OnlySkippedTargetsAddNothing)
     EXPECT_TRUE(AddTargetsToMap(session, false, false));
     EXPECT_TRUE(station.messages.isEmpty());
     EXPECT_TRUE(progressTitles.isEmpty());
-    EXPECT_EQ(columns(session.samples), 4);
+    EXPECT_EQ(columns(session.samples()), 4);
     expectRestored();
 }
 
@@ -140,7 +140,7 @@ TEST_F(AddTargetsTest, RobotPositionAlreadyInTheMap)
     placeRobot({10, 1});
     EXPECT_TRUE(AddTargetsToMap(session, false, true));
     EXPECT_EQ(station.messageTexts(), QStringList{"This target (or a nearby target) has already been added."});
-    EXPECT_EQ(columns(session.samples), 4);
+    EXPECT_EQ(columns(session.samples()), 4);
 }
 
 TEST_F(AddTargetsTest, ResultIsTrueEvenWhenEveryTargetFails)
@@ -153,7 +153,7 @@ TEST_F(AddTargetsTest, ResultIsTrueEvenWhenEveryTargetFails)
     EXPECT_EQ(station.messageTexts(), (QStringList{"Unable to add target: T1 (100.000, 100.000)",
                                                    "Unable to add target: T2 (-100.000, -100.500)"}));
     // Both stay in the map as isolated nodes.
-    EXPECT_EQ(columns(session.samples), 6);
+    EXPECT_EQ(columns(session.samples()), 6);
     expectNoPopUp();
     expectRestored();
 }
@@ -164,7 +164,7 @@ TEST_F(AddTargetsTest, UnconnectedRobotPositionFails)
     EXPECT_FALSE(AddTargetsToMap(session, false, true));
     // The closing parenthesis without an opening one belongs to the message.
     EXPECT_EQ(station.messageTexts(), QStringList{"Unable to add current robot position: 50.000, 50.000)"});
-    EXPECT_EQ(columns(session.samples), 5);
+    EXPECT_EQ(columns(session.samples()), 5);
     expectNoPopUp();
     expectRestored();
 }
@@ -179,7 +179,7 @@ TEST_F(AddTargetsTest, CancelledInsertionReadsAsAlreadyAddedAndTheLoopGoesOn)
     EXPECT_EQ(station.messageTexts(), (QStringList{"Target T1 (or a nearby target) has already been added.",
                                                    "Successfully added target: T2"}));
     // The cancelled outputs were kept: T1's slot in the graph without a sample.
-    EXPECT_EQ(columns(session.samples), 5);
-    EXPECT_EQ(rows(session.graph), 6);
+    EXPECT_EQ(columns(session.samples()), 5);
+    EXPECT_EQ(rows(session.graph()), 6);
     EXPECT_EQ(progressReporter().dialog(), nullptr);
 }

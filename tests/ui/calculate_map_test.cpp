@@ -15,8 +15,8 @@ class CalculateMapTest : public UiTest {
 protected:
     CalculateMapTest()
     {
-        session.nSamples = 10;
-        session.nEdgesPerSample = 3;
+        session.setSettings([](PlannerSettings& s) { s.samples = 10; });
+        session.setSettings([](PlannerSettings& s) { s.edgesPerSample = 3; });
     }
 
     // The robot's moves to configurations under test, in order (the last
@@ -41,11 +41,11 @@ protected:
 
 TEST_F(CalculateMapTest, WithoutRobotOnlyThePopUpIsShown)
 {
-    session.robot = nullptr;
+    session.setRobot(nullptr);
     CalculateMap(session);
     EXPECT_EQ(station.calls, QStringList{"showMessage Invalid robot: add a robot or load a project [popup]"});
     EXPECT_EQ(station.collisionTests, 0);
-    EXPECT_FALSE(session.settingsChanged);
+    EXPECT_FALSE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 0);
     EXPECT_EQ(progressReporter().dialog(), nullptr);
 }
@@ -64,11 +64,11 @@ TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
     LogCapture log;
     CalculateMap(session);
 
-    EXPECT_EQ(rows(session.samples), 2);
-    EXPECT_EQ(columns(session.samples), 10);
-    EXPECT_EQ(rows(session.graph), 10);
-    EXPECT_EQ(columns(session.graph), 10);
-    EXPECT_GT(at(session.graph, 1, 0), 0.0) << "sample 2 is linked to sample 1 in free space";
+    EXPECT_EQ(rows(session.samples()), 2);
+    EXPECT_EQ(columns(session.samples()), 10);
+    EXPECT_EQ(rows(session.graph()), 10);
+    EXPECT_EQ(columns(session.graph()), 10);
+    EXPECT_GT(at(session.graph(), 1, 0), 0.0) << "sample 2 is linked to sample 1 in free space";
     EXPECT_EQ(robot->shownColumns, 10);
     EXPECT_EQ(robot->shownRows, 2);
     ASSERT_FALSE(titles.isEmpty());
@@ -87,7 +87,7 @@ TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
     EXPECT_EQ(station.renderMode(), 4);
     EXPECT_EQ(robot->currentJoints().toText(",", 1), "5.0,6.0");
     EXPECT_EQ(progressReporter().dialog(), nullptr);
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
     EXPECT_EQ(log.countStartingWith("Done calculating PRM"), 1);
     EXPECT_EQ(log.countStartingWith("Operation aborted!"), 0);
@@ -101,9 +101,9 @@ TEST_F(CalculateMapTest, SeedsAreTheRobotsTargetsAtTheirStationPositions)
     station.addStationTarget("A", robot, {11, 12});
     station.addStationTarget("B", other, {21, 22});
     station.addStationTarget("C", robot, {31, 32});
-    session.nSamples = 3;
+    session.setSettings([](PlannerSettings& s) { s.samples = 3; });
     CalculateMap(session);
-    ASSERT_EQ(columns(session.samples), 3);
+    ASSERT_EQ(columns(session.samples()), 3);
     EXPECT_EQ(sample(1), (Joints{11, 12}));
     EXPECT_EQ(sample(2), (Joints{0, 0}));
     const QStringList moves = robotMoves();
@@ -121,9 +121,9 @@ TEST_F(CalculateMapTest, TargetsOfOtherRobotsOrJointCountsAreNoSeeds)
     station.addStationTarget("O", other, {21, 22});
     station.addStationTarget("W", bigger, {41, 42, 43});
     station.addStationTarget("X", robot, {51, 52, 53});  // this robot, but three joints
-    session.nSamples = 2;
+    session.setSettings([](PlannerSettings& s) { s.samples = 2; });
     CalculateMap(session);
-    ASSERT_EQ(columns(session.samples), 2);
+    ASSERT_EQ(columns(session.samples()), 2);
     EXPECT_NE(sample(1), (Joints{21, 22}));
     EXPECT_NE(sample(1), (Joints{41, 42}));
     EXPECT_NE(sample(1), (Joints{51, 52}));
@@ -134,9 +134,9 @@ TEST_F(CalculateMapTest, SkippedTargetBeforeAnAcceptedOneGivesAZeroSeed)
 {
     station.addStationTarget("X", robot, {51, 52, 53});
     station.addStationTarget("A", robot, {11, 12});
-    session.nSamples = 2;
+    session.setSettings([](PlannerSettings& s) { s.samples = 2; });
     CalculateMap(session);
-    ASSERT_EQ(columns(session.samples), 2);
+    ASSERT_EQ(columns(session.samples()), 2);
     EXPECT_EQ(sample(1), (Joints{0, 0}));
     EXPECT_NE(sample(2), (Joints{11, 12}));
 }
@@ -154,12 +154,12 @@ TEST_F(CalculateMapTest, CancelBeforeTheFirstSampleKeepsThePreviousMap)
     CalculateMap(session);
 
     EXPECT_FALSE(answerer.asked);
-    EXPECT_EQ(rows(session.workGraph), 0);
-    EXPECT_EQ(columns(session.samples), 2);
+    EXPECT_EQ(rows(session.workGraph()), 0);
+    EXPECT_EQ(columns(session.samples()), 2);
     EXPECT_EQ(sample(1), (Joints{-300, -300}));
     EXPECT_EQ(robot->shownColumns, -1);
     EXPECT_EQ(log.countStartingWith("Operation aborted!"), 1);
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
 }
 
@@ -168,11 +168,11 @@ TEST_F(CalculateMapTest, CancelWithoutPreviousMapKeepsThePartialOneWithoutAsking
     const auto answerer = calculateCancelledLate(QMessageBox::No);
 
     EXPECT_FALSE(answerer->asked);
-    EXPECT_EQ(columns(session.samples), 4);
-    EXPECT_EQ(rows(session.graph), 4);
-    EXPECT_EQ(columns(session.graph), 4);
+    EXPECT_EQ(columns(session.samples()), 4);
+    EXPECT_EQ(rows(session.graph()), 4);
+    EXPECT_EQ(columns(session.graph()), 4);
     EXPECT_EQ(robot->shownColumns, -1) << "a partial map is not displayed";
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
 }
 
@@ -185,11 +185,11 @@ TEST_F(CalculateMapTest, CancelWithPreviousMapAsksAndNoKeepsIt)
     EXPECT_EQ(answerer->title, "Replace map");
     EXPECT_EQ(answerer->text, ReplaceQuestion);
     EXPECT_EQ(answerer->buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    EXPECT_EQ(columns(session.samples), 2);
+    EXPECT_EQ(columns(session.samples()), 2);
     EXPECT_EQ(sample(1), (Joints{-300, -300}));
-    EXPECT_EQ(columns(session.workSamples), 4);
-    EXPECT_EQ(rows(session.workGraph), 4);
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_EQ(columns(session.workSamples()), 4);
+    EXPECT_EQ(rows(session.workGraph()), 4);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
     EXPECT_EQ(station.calls.last(), "UpdateForm");
 }
@@ -200,9 +200,9 @@ TEST_F(CalculateMapTest, CancelWithPreviousMapAndYesReplacesWithoutShowing)
     const auto answerer = calculateCancelledLate(QMessageBox::Yes);
 
     ASSERT_TRUE(answerer->asked);
-    EXPECT_EQ(columns(session.samples), 4);
-    EXPECT_EQ(rows(session.graph), 4);
-    EXPECT_EQ(sample(1), (Joints{at(session.workSamples, 0, 0), at(session.workSamples, 1, 0)}));
+    EXPECT_EQ(columns(session.samples()), 4);
+    EXPECT_EQ(rows(session.graph()), 4);
+    EXPECT_EQ(sample(1), (Joints{at(session.workSamples(), 0, 0), at(session.workSamples(), 1, 0)}));
     EXPECT_EQ(robot->shownColumns, -1);
 }
 
@@ -212,7 +212,7 @@ TEST_F(CalculateMapTest, CancelOrClosingTheQuestionKeepsThePreviousMap)
         setPreviousMap();
         const auto answerer = calculateCancelledLate(answer);
         ASSERT_TRUE(answerer->asked);
-        EXPECT_EQ(columns(session.samples), 2) << "answer " << answer;
+        EXPECT_EQ(columns(session.samples()), 2) << "answer " << answer;
         EXPECT_EQ(sample(1), (Joints{-300, -300}));
     }
 }

@@ -11,10 +11,10 @@ protected:
     {
         robot = station.addLoggedRobot("Arm2", {-180, -180}, {180, 180});
         robot->boxes.push_back({{-30, -120}, {30, 120}});
-        session.robot = robot;
+        session.setRobot(robot);
         // Query nodes within this distance of a sample would reuse it; kept
         // tiny so that the first query surely adds both configurations.
-        session.robotStepDeg = 0.01;
+        session.setSettings([](PlannerSettings& s) { s.robotStepDeg = 0.01; });
     }
 
     Item query()
@@ -51,9 +51,9 @@ protected:
                 list << target->name();
             return list;
         }();
-        ASSERT_EQ(names.size(), columns(session.route));
+        ASSERT_EQ(names.size(), columns(session.route()));
         for (int i = 0; i < names.size(); ++i)
-            EXPECT_EQ(names[i], QString("Pt %1 (S%2)").arg(i + 1).arg(at(session.route, 0, i)));
+            EXPECT_EQ(names[i], QString("Pt %1 (S%2)").arg(i + 1).arg(at(session.route(), 0, i)));
         EXPECT_EQ(names.first(), "Pt 1 (S101)");
         EXPECT_EQ(names.last(), QString("Pt %1 (S102)").arg(names.size()));
     }
@@ -67,15 +67,15 @@ TEST_F(EndToEndTest, RouteAroundTheWallAndTheSameQueryAgain)
     ASSERT_TRUE(robot->moveCollides(start.values(), end.values(), station.collisionStep()));
 
     CalculateMap(session);
-    ASSERT_EQ(columns(session.samples), 100);
-    ASSERT_EQ(rows(session.samples), 2);
+    ASSERT_EQ(columns(session.samples()), 100);
+    ASSERT_EQ(rows(session.samples()), 2);
     for (int k = 0; k < 100; ++k)
-        EXPECT_FALSE(robot->collides(column(session.samples, k))) << "sample " << k + 1;
+        EXPECT_FALSE(robot->collides(column(session.samples(), k))) << "sample " << k + 1;
 
     HostItem* program = query();
     ASSERT_NE(program, nullptr) << station.messageTexts().join("\n").toStdString();
     EXPECT_EQ(program->name(), "Across");
-    EXPECT_EQ(columns(session.samples), 102);
+    EXPECT_EQ(columns(session.samples()), 102);
     expectFreeRouteFromStartToEnd(program);
     // The robot is left at the first configuration of the route.
     EXPECT_EQ(robot->currentJoints().toText(",", 6), start.toText(",", 6));
@@ -83,8 +83,8 @@ TEST_F(EndToEndTest, RouteAroundTheWallAndTheSameQueryAgain)
     const int testsBefore = robot->jointMoveTests;
     HostItem* again = query();
     ASSERT_NE(again, nullptr);
-    EXPECT_EQ(columns(session.samples), 102) << "both query nodes are reused";
-    EXPECT_EQ(rows(session.graph), 102);
+    EXPECT_EQ(columns(session.samples()), 102) << "both query nodes are reused";
+    EXPECT_EQ(rows(session.graph()), 102);
     EXPECT_EQ(robot->jointMoveTests, testsBefore);
     EXPECT_TRUE(static_cast<StationItem*>(program)->deleted) << "the program of that name is replaced";
     expectFreeRouteFromStartToEnd(again);

@@ -52,12 +52,12 @@ protected:
 TEST_F(JoinJointsTest, WithoutRobotOnlyTheRobotMessageIsShown)
 {
     setLineMap(5);
-    session.robot = nullptr;
+    session.setRobot(nullptr);
     EXPECT_EQ(join({0, 0}, {40, 0}), nullptr);
     EXPECT_EQ(station.calls, QStringList{"showMessage Invalid robot: add a robot or load a project [popup]"});
-    EXPECT_EQ(columns(session.samples), 5);
+    EXPECT_EQ(columns(session.samples()), 5);
     EXPECT_EQ(session.updateFormCount, 0);
-    EXPECT_FALSE(session.settingsChanged);
+    EXPECT_FALSE(session.settingsChanged());
 }
 
 TEST_F(JoinJointsTest, StartNearSampleTwelveAndNewEndNode)
@@ -67,20 +67,20 @@ TEST_F(JoinJointsTest, StartNearSampleTwelveAndNewEndNode)
     // The end lies far from every sample: a new node 21 with five edges.
     HostItem* program = join({111, 1}, {305, 0});
     ASSERT_NE(program, nullptr);
-    EXPECT_EQ(columns(session.samples), 21);
+    EXPECT_EQ(columns(session.samples()), 21);
     const QStringList names = movedNames(program);
     ASSERT_GE(names.size(), 2);
     EXPECT_EQ(names.first(), "Pt 1 (S12)");
     EXPECT_EQ(names.last(), QString("Pt %1 (S21)").arg(names.size()));
     int edgesOfEnd = 0;
     for (int k = 0; k < 20; ++k)
-        edgesOfEnd += at(session.graph, k, 20) > 0 ? 1 : 0;
+        edgesOfEnd += at(session.graph(), k, 20) > 0 ? 1 : 0;
     EXPECT_EQ(edgesOfEnd, 5);
     // Every consecutive pair of the route is an edge of the map.
-    for (int i = 0; i + 1 < columns(session.route); ++i) {
-        const int a = static_cast<int>(at(session.route, 0, i)) - 1;
-        const int b = static_cast<int>(at(session.route, 0, i + 1)) - 1;
-        EXPECT_GT(at(session.graph, a, b), 0.0) << "nodes " << a + 1 << " and " << b + 1;
+    for (int i = 0; i + 1 < columns(session.route()); ++i) {
+        const int a = static_cast<int>(at(session.route(), 0, i)) - 1;
+        const int b = static_cast<int>(at(session.route(), 0, i + 1)) - 1;
+        EXPECT_GT(at(session.graph(), a, b), 0.0) << "nodes " << a + 1 << " and " << b + 1;
     }
 }
 
@@ -88,7 +88,7 @@ TEST_F(JoinJointsTest, RouteRunsFromStartToEndAndNamesTargetsByPlaceAndSample)
 {
     setLineMap(5);
     // One edge per query node: the start hangs on sample 1, the end on sample 5.
-    session.nNewNodeEdges = 1;
+    session.setSettings([](PlannerSettings& s) { s.newNodeEdges = 1; });
     HostItem* program = join({-20, 0}, {60, 0});
     ASSERT_NE(program, nullptr);
     EXPECT_EQ(program->name(), "Link");
@@ -100,8 +100,8 @@ TEST_F(JoinJointsTest, RouteRunsFromStartToEndAndNamesTargetsByPlaceAndSample)
     // Start is node 6, end node 7; the route passes every sample.
     EXPECT_EQ(movedNames(program), (QStringList{"Pt 1 (S6)", "Pt 2 (S1)", "Pt 3 (S2)", "Pt 4 (S3)", "Pt 5 (S4)",
                                                 "Pt 6 (S5)", "Pt 7 (S7)"}));
-    EXPECT_EQ(rows(session.route), 1);
-    EXPECT_EQ(columns(session.route), 7);
+    EXPECT_EQ(rows(session.route()), 1);
+    EXPECT_EQ(columns(session.route()), 7);
     EXPECT_TRUE(static_cast<StationItem*>(program)->finished);
 }
 
@@ -137,7 +137,7 @@ TEST_F(JoinJointsTest, HostCallsComeInTheirOrder)
     // The render mode is back; the robot is left at the route's first configuration.
     EXPECT_EQ(station.renderMode(), 7);
     EXPECT_EQ(robot->currentJoints().toText(",", 1), "0.0,0.0");
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
 }
 
@@ -157,14 +157,14 @@ TEST_F(JoinJointsTest, RenderModeIsOneWhileTheHostTestsMoves)
 TEST_F(JoinJointsTest, SecondIdenticalQueryReusesBothNodes)
 {
     setLineMap(5);
-    session.nNewNodeEdges = 1;
+    session.setSettings([](PlannerSettings& s) { s.newNodeEdges = 1; });
     ASSERT_NE(join({-20, 0}, {60, 0}), nullptr);
-    EXPECT_EQ(columns(session.samples), 7);
+    EXPECT_EQ(columns(session.samples()), 7);
     const int testsAfterFirst = robot->jointMoveTests;
     HostItem* again = join({-20, 0}, {60, 0});
     ASSERT_NE(again, nullptr);
-    EXPECT_EQ(columns(session.samples), 7);
-    EXPECT_EQ(rows(session.graph), 7);
+    EXPECT_EQ(columns(session.samples()), 7);
+    EXPECT_EQ(rows(session.graph()), 7);
     EXPECT_EQ(robot->jointMoveTests, testsAfterFirst) << "reused nodes need no new edge";
     EXPECT_EQ(movedNames(again).first(), "Pt 1 (S6)");
     EXPECT_EQ(movedNames(again).last(), "Pt 7 (S7)");
@@ -198,9 +198,9 @@ TEST_F(JoinJointsTest, UnreachableStart)
     EXPECT_EQ(station.messageTexts(), QStringList{FirstUnreachable});
     EXPECT_TRUE(station.messages.first().second);
     // The isolated start node stays in the map; nothing was written.
-    EXPECT_EQ(columns(session.samples), 6);
+    EXPECT_EQ(columns(session.samples()), 6);
     EXPECT_TRUE(callsStartingWith("addProgram").isEmpty());
-    EXPECT_TRUE(session.settingsChanged);
+    EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
 }
 
@@ -211,7 +211,7 @@ TEST_F(JoinJointsTest, UnreachableEnd)
     EXPECT_EQ(join({-20, 0}, {60, 0}), nullptr);
     EXPECT_EQ(station.messageTexts(), QStringList{SecondUnreachable});
     EXPECT_TRUE(station.messages.first().second);
-    EXPECT_EQ(columns(session.samples), 7);
+    EXPECT_EQ(columns(session.samples()), 7);
     EXPECT_TRUE(callsStartingWith("addProgram").isEmpty());
 }
 
@@ -220,7 +220,7 @@ TEST_F(JoinJointsTest, NoPathBetweenTheNodes)
     // Two parts of the map without an edge between them; each query node is
     // linked to its nearest sample only.
     setMap({{0, 0}, {10, 0}, {200, 0}, {210, 0}}, {{1, 2}, {3, 4}});
-    session.nNewNodeEdges = 1;
+    session.setSettings([](PlannerSettings& s) { s.newNodeEdges = 1; });
     LogCapture log;
     EXPECT_EQ(join({-20, 0}, {230, 0}), nullptr);
     EXPECT_EQ(station.messageTexts(), QStringList{NotConnected});
@@ -233,13 +233,13 @@ TEST_F(JoinJointsTest, NoPathBetweenTheNodes)
 TEST_F(JoinJointsTest, SilentFailuresStayInTheStatusBar)
 {
     setMap({{0, 0}, {10, 0}, {200, 0}, {210, 0}}, {{1, 2}, {3, 4}});
-    session.nNewNodeEdges = 1;
+    session.setSettings([](PlannerSettings& s) { s.newNodeEdges = 1; });
     EXPECT_EQ(join({-20, 0}, {230, 0}, true), nullptr);
     robot->boxes.push_back({{90, -10}, {110, 10}});
     EXPECT_EQ(join({0, 0}, {100, 0}, true), nullptr);
     // Off the isolated end node (100, 0) by more than a robot step, inside the obstacle.
     EXPECT_EQ(join({95, 0}, {0, 0}, true), nullptr);
-    session.robot = nullptr;
+    session.setRobot(nullptr);
     EXPECT_EQ(join({0, 0}, {10, 0}, true), nullptr);
     EXPECT_EQ(station.messageTexts(), (QStringList{NotConnected, SecondUnreachable, FirstUnreachable,
                                                    "Invalid robot: add a robot or load a project"}));
@@ -253,7 +253,7 @@ TEST_F(JoinJointsTest, StartAndEndOnTheSameNodeWriteNothing)
     LogCapture log;
     EXPECT_EQ(join({10, 0}, {11, 1}), nullptr);
     EXPECT_EQ(log.countStartingWith("Something is wrong with the robot route!!"), 1);
-    EXPECT_EQ(columns(session.route), 1);
+    EXPECT_EQ(columns(session.route()), 1);
     EXPECT_TRUE(station.messages.isEmpty());
     EXPECT_TRUE(callsStartingWith("addProgram").isEmpty());
     EXPECT_TRUE(callsStartingWith("deleteItem").isEmpty());
@@ -265,9 +265,11 @@ TEST_F(JoinJointsTest, RouteThroughANodeWithoutSampleDeletesTheProgram)
     // The graph has one node more than there are samples, as a cancelled
     // insertion leaves it; the only way from sample 1 to 3 leads through it.
     setMap({{0, 0}, {10, 0}, {20, 0}}, {});
-    session.graph->resize(4);
-    session.graph->setLength(0, 3, 1.0);
-    session.graph->setLength(2, 3, 1.0);
+    session.editMap([](RobotMap& map) {
+        map.graph()->resize(4);
+        map.graph()->setLength(0, 3, 1.0);
+        map.graph()->setLength(2, 3, 1.0);
+    });
     StationItem* old = station.addStationProgram("Link", robot, {});
 
     EXPECT_EQ(join({0, 0}, {20, 0}), nullptr);

@@ -13,7 +13,7 @@ protected:
     JoinOperationsTest()
     {
         setLineMap(20);  // samples (0, 0) ... (190, 0), each joined to the next
-        session.nSamples = 5;
+        session.setSettings([](PlannerSettings& s) { s.samples = 5; });
     }
 
     StationItem* target(const QString& name, const Joints& values)
@@ -81,7 +81,7 @@ TEST_F(JoinOperationsTest, SmartJoinPassesSilentOn)
 
 TEST_F(JoinOperationsTest, MissingRobotIsAlwaysAPopUp)
 {
-    session.robot = nullptr;
+    session.setRobot(nullptr);
     StationItem* a = target("A", {0, 0});
     StationItem* b = target("B", {100, 0});
     EXPECT_EQ(Join_Selected_Targets(session, true, a, b), nullptr);
@@ -96,7 +96,7 @@ TEST_F(JoinOperationsTest, TargetsWithoutMapComputeTheMapBeforeCountingTargets)
     setMap({}, {});
     station.selection << target("Only", {0, 0});
     EXPECT_EQ(Join_Selected_Targets(session, true, nullptr, nullptr), nullptr);
-    EXPECT_EQ(columns(session.samples), 5);
+    EXPECT_EQ(columns(session.samples()), 5);
     const QStringList messages = callsStartingWith("showMessage");
     EXPECT_EQ(messages, (QStringList{"showMessage Creating map...", QString("showMessage ") + SelectTwoTargets}));
     // The computation finished (its UpdateForm) before the targets were counted.
@@ -121,7 +121,7 @@ TEST_F(JoinOperationsTest, ProgramsAreCountedBeforeAnyMapIsComputed)
     EXPECT_FALSE(Join_Programs(session, true, station.selection, QString()));
     EXPECT_EQ(station.messages,
               (QList<QPair<QString, bool>>{{SelectTwoPrograms, true}, {SelectTwoPrograms, false}}));
-    EXPECT_EQ(columns(session.samples), 0);
+    EXPECT_EQ(columns(session.samples()), 0);
     EXPECT_EQ(station.collisionTests, 0);
     EXPECT_EQ(session.updateFormCount, 0);
 }
@@ -129,11 +129,11 @@ TEST_F(JoinOperationsTest, ProgramsAreCountedBeforeAnyMapIsComputed)
 TEST_F(JoinOperationsTest, ProgramsWithoutMapComputeItBeforeLinking)
 {
     setMap({}, {});
-    session.nSamples = 8;
+    session.setSettings([](PlannerSettings& s) { s.samples = 8; });
     EXPECT_TRUE(Join_Programs(session, true, {program("A", {0, 0}, {50, 0}), program("B", {150, 0}, {190, 0})},
                               QString()));
     EXPECT_EQ(station.messages.first(), qMakePair(QString("Creating map..."), false));
-    EXPECT_GE(columns(session.samples), 8);
+    EXPECT_GE(columns(session.samples()), 8);
     EXPECT_EQ(programNamed("MainSafe")->instructions, (QStringList{"call A", "call SA2B", "call B"}));
 }
 

@@ -1,56 +1,59 @@
 #pragma once
 
 #include "fake_station.h"
+#include "operation_scope.h"
 #include "planner_session.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
-#include "translate.h"
 
-#include <QObject>
+#include <functional>
+#include <memory>
 
-#include <array>
-
-// The plug-in's side of the operations, as the plug-in object provides it:
-// its robot check and its UpdateForm signal, which is counted and logged.
-class TestSession : public PlannerSession {
+// A planner session on a fake station, as the plug-in holds one: its
+// UpdateForm notifications are counted and logged, and a robot choice finds
+// whatever robot was set.
+class TestSession {
 public:
-    TestSession()
+    explicit TestSession(FakeStation* station)
     {
-        for (RoadmapMatrix** matrix : matrices())
-            *matrix = createMatrix();
-        graph = new RoadmapGraph;
-        workGraph = new RoadmapGraph;
-    }
-    virtual ~TestSession()
-    {
-        for (RoadmapMatrix** matrix : matrices())
-            destroyMatrix(matrix);
-        delete graph;
-        delete workGraph;
-    }
-    TestSession(const TestSession&) = delete;
-    TestSession& operator=(const TestSession&) = delete;
-
-    bool requireRobot(bool silent) override
-    {
-        if (robot)
-            return true;
-        hostApi->showMessage(planTr("Invalid robot: add a robot or load a project"), !silent);
-        return false;
-    }
-    bool selectRobot(bool, const QString&) override { return robot != nullptr; }
-    QString robotName() override { return robot ? robot->name() : QString(); }
-    void emitUpdateForm() override
-    {
-        ++updateFormCount;
-        if (auto* station = dynamic_cast<FakeStation*>(hostApi))
+        SessionCallbacks callbacks;
+        callbacks.changed = [this, station] {
+            ++updateFormCount;
             station->log(QStringLiteral("UpdateForm"));
+        };
+        callbacks.selectRobot = [this](bool, const QString&) { return planner_->robot() != nullptr; };
+        planner_ = std::make_shared<PlannerSession>(station, nullptr, std::move(callbacks));
     }
-    QObject* sessionObject() override { return &signalSource; }
+
+    operator PlannerSession&() { return *planner_; }
+    PlannerSession& planner() { return *planner_; }
+
+    const RoadmapMatrix* samples() const { return planner_->map().samples(); }
+    const RoadmapGraph* graph() const { return planner_->map().graph(); }
+    const RoadmapMatrix* route() const { return planner_->map().route(); }
+    const RoadmapMatrix* workSamples() const { return planner_->workMap().samples(); }
+    const RoadmapGraph* workGraph() const { return planner_->workMap().graph(); }
+    HostItem* robot() const { return planner_->robot(); }
+    void setRobot(HostItem* robot) { planner_->setRobot(robot); }
+    bool settingsChanged() const { return planner_->settingsChanged(); }
+
+    // Settings as a station would hold them: not marked changed.
+    void setSettings(const std::function<void(PlannerSettings&)>& change)
+    {
+        PlannerSettings settings = planner_->settings();
+        change(settings);
+        planner_->restoreSettings(settings);
+    }
+
+    // Lays out the map by hand, as an operation would change it.
+    void editMap(const std::function<void(RobotMap&)>& edit)
+    {
+        OperationScope scope(*planner_, true);
+        edit(scope.map());
+    }
 
     int updateFormCount = 0;
-    QObject signalSource;
 
 private:
-    std::array<RoadmapMatrix**, 4> matrices() { return {&samples, &route, &samplePositions, &workSamples}; }
+    std::shared_ptr<PlannerSession> planner_;
 };

@@ -24,8 +24,7 @@ protected:
     UiTest()
     {
         robot = station.addLoggedRobot("Arm", {-360, -360}, {360, 360});
-        session.hostApi = &station;
-        session.robot = robot;
+        session.setRobot(robot);
         setRoadmapHost(&station);
     }
     ~UiTest() override
@@ -49,18 +48,21 @@ protected:
     {
         const int jointCount = configurations.empty() ? 0 : static_cast<int>(configurations[0].size());
         const int count = static_cast<int>(configurations.size());
-        setSize(session.samples, jointCount, count);
-        for (int c = 0; c < count; ++c)
-            for (int r = 0; r < jointCount; ++r)
-                at(session.samples, r, c) = configurations[c][r];
-        session.graph->clear();
-        session.graph->resize(count);
-        for (const auto& edge : edges) {
-            double length = 0.0;
-            for (int r = 0; r < jointCount; ++r)
-                length += std::abs(configurations[edge.first - 1][r] - configurations[edge.second - 1][r]);
-            session.graph->setLength(edge.first - 1, edge.second - 1, length);
-        }
+        session.editMap([&](RobotMap& map) {
+            setSize(map.samples(), jointCount, count);
+            for (int c = 0; c < count; ++c)
+                for (int r = 0; r < jointCount; ++r)
+                    at(map.samples(), r, c) = configurations[c][r];
+            map.graph()->clear();
+            map.graph()->resize(count);
+            for (const auto& edge : edges) {
+                double length = 0.0;
+                for (int r = 0; r < jointCount; ++r)
+                    length += std::abs(configurations[edge.first - 1][r] - configurations[edge.second - 1][r]);
+                map.graph()->setLength(edge.first - 1, edge.second - 1, length);
+            }
+            map.setRobot(robot);
+        });
     }
 
     // `count` samples along the first joint, 10 apart from 0, each joined to the next.
@@ -78,7 +80,7 @@ protected:
 
     Joints sample(int oneBased) const
     {
-        return {at(session.samples, 0, oneBased - 1), at(session.samples, 1, oneBased - 1)};
+        return {at(session.samples(), 0, oneBased - 1), at(session.samples(), 1, oneBased - 1)};
     }
 
     // Cancels the open progress dialog at the given collision test.
@@ -111,6 +113,6 @@ protected:
 
     FakeStation station;
     LoggedRobot* robot = nullptr;
-    TestSession session;
+    TestSession session{&station};
     QStringList progressTitles;
 };

@@ -5,5 +5,6 @@ class PlannerSession;
 // Inserts the selected targets of the robot's joint count into the map, one
 // node each, or the robot's current position when no target is selected or
 // `robotPositionOnly`. Every outcome goes to the status bar. False when there
-// is no robot or the robot position could not be connected.
+// is no robot or the robot position could not be connected, and when another
+// operation runs.
 bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly);

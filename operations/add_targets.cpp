@@ -3,6 +3,8 @@
 #include "configuration.h"
 #include "insert_node.h"
 #include "items_of_type.h"
+#include "map_capacity.h"
+#include "operation_scope.h"
 #include "planner_session.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
@@ -23,21 +25,31 @@ enum class Insertion { AlreadyPresent, Connected, Isolated };
 // Inserts one configuration into the map, in place, under an already open
 // dialog and tells what became of it. A cancelled insertion leaves the sample
 // count unchanged and therefore reads as already present.
-Insertion insertIntoMap(PlannerSession& session, const JointVector& joints, const PlannerParameters& parameters,
+Insertion insertIntoMap(OperationScope& operation, const JointVector& joints, const PlannerParameters& parameters,
                         int* edgesMade)
 {
     Configuration configuration{};
     std::copy(joints.values(), joints.values() + joints.count(), configuration.begin());
     int nodeIndex = -1;
-    const int samplesBefore = columns(session.samples);
-    insertNode(session.robot, configuration, session.samples, session.graph, parameters, session.samples,
-               session.graph, edgesMade, &nodeIndex);
+    RobotMap& map = operation.map();
+    const int samplesBefore = map.sampleCount();
+    insertNode(operation.session().robot(), configuration, map.samples(), map.graph(), parameters, map.samples(),
+               map.graph(), edgesMade, &nodeIndex);
     Insertion outcome = Insertion::Isolated;
-    if (columns(session.samples) == samplesBefore)
+    if (map.sampleCount() == samplesBefore)
         outcome = Insertion::AlreadyPresent;
     else if (*edgesMade > 0)
         outcome = Insertion::Connected;
     return outcome;
+}
+
+// A map at the size its station can keep takes no more nodes.
+bool roomForOneMore(PlannerSession& session, int jointCount)
+{
+    if (mapCanBeKept(jointCount, session.map().sampleCount() + 1))
+        return true;
+    session.host()->showMessage(planTr("The map is as large as the station can keep: no target can be added."), false);
+    return false;
 }
 
 QList<Item> selectedTargets(HostApi* host)
@@ -46,25 +58,35 @@ QList<Item> selectedTargets(HostApi* host)
     return itemsOfType(host->getSelectedItems(selection), ItemType::Target);
 }
 
-void addTargets(PlannerSession& session, const QList<Item>& targets, int jointCount,
+void addTargets(OperationScope& operation, const QList<Item>& targets, int jointCount,
                 const PlannerParameters& parameters, int* edgesMade)
 {
-    HostApi* host = session.hostApi;
+    PlannerSession& session = operation.session();
+    HostApi* host = session.host();
     ProgressReporter& progress = progressReporter();
     const int total = targets.size();
-    for (int i = 0; i < total; ++i) {
+    for (int i = 0; i < total && !operation.abandoned(); ++i) {
         HostItem* target = targets[i];
         JointVector joints;
         target->joints(joints);
         if (joints.count() != jointCount)
             continue;
         const QString name = target->name();
+        if (!allFinite(joints)) {
+            host->showMessage(planTr("Target %1 has joint values that are not numbers: it is not added.").arg(name),
+                              false);
+            continue;
+        }
+        if (!roomForOneMore(session, jointCount))
+            return;
         // One pass, so that a "%2" or the like inside the name is left as it is.
-        progress.start(session.mainWindow,
+        progress.start(session.mainWindow(),
                        planTr("Adding %1 (%2/%3)").arg(name, QString::number(i + 1), QString::number(total)));
-        const Insertion outcome = insertIntoMap(session, joints, parameters, edgesMade);
+        const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
         qDebug().noquote().nospace() << "Done adding first node";
         progress.finish();
+        if (operation.abandoned())
+            return;
         switch (outcome) {
         case Insertion::AlreadyPresent:
             host->showMessage(planTr("Target ") + name + " (or a nearby target) has already been added.", false);
@@ -80,14 +102,23 @@ void addTargets(PlannerSession& session, const QList<Item>& targets, int jointCo
 }
 
 // True unless the position was appended without any edge.
-bool addRobotPosition(PlannerSession& session, const JointVector& joints, const PlannerParameters& parameters,
+bool addRobotPosition(OperationScope& operation, const JointVector& joints, const PlannerParameters& parameters,
                       int* edgesMade)
 {
-    HostApi* host = session.hostApi;
+    PlannerSession& session = operation.session();
+    HostApi* host = session.host();
+    if (!allFinite(joints)) {
+        host->showMessage(planTr("The robot's joint values are not numbers: its position is not added."), false);
+        return false;
+    }
+    if (!roomForOneMore(session, joints.count()))
+        return false;
     ProgressReporter& progress = progressReporter();
-    progress.start(session.mainWindow, planTr("Adding current robot position"));
-    const Insertion outcome = insertIntoMap(session, joints, parameters, edgesMade);
+    progress.start(session.mainWindow(), planTr("Adding current robot position"));
+    const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
     progress.finish();
+    if (operation.abandoned())
+        return false;
     bool added = true;
     switch (outcome) {
     case Insertion::AlreadyPresent:
@@ -109,15 +140,18 @@ bool addRobotPosition(PlannerSession& session, const JointVector& joints, const 
 
 bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly)
 {
+    OperationScope operation(session, silent);
+    if (!operation.started())
+        return false;
     if (!session.requireRobot(silent))
         return false;
-    HostApi* host = session.hostApi;
-    HostItem* robot = session.robot;
+    HostApi* host = session.host();
+    HostItem* robot = session.robot();
 
     QList<Item> targets;
     if (!robotPositionOnly)
         targets = selectedTargets(host);
-    const PlannerParameters parameters = session.plannerParameters();
+    const PlannerParameters parameters = session.settings().parameters();
 
     const int keptRenderMode = host->renderMode();
     JointVector keptJoints;
@@ -127,14 +161,19 @@ bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnl
     int edgesMade = -1;
     bool result = true;
     if (!targets.isEmpty())
-        addTargets(session, targets, keptJoints.count(), parameters, &edgesMade);
+        addTargets(operation, targets, keptJoints.count(), parameters, &edgesMade);
     else
-        result = addRobotPosition(session, keptJoints, parameters, &edgesMade);
+        result = addRobotPosition(operation, keptJoints, parameters, &edgesMade);
 
+    if (session.abandonment() == Abandonment::StationReplaced || session.abandonment() == Abandonment::Unloaded)
+        return false;
     host->setRenderMode(keptRenderMode);
-    robot->setJoints(keptJoints);
+    if (!operation.abandoned())
+        robot->setJoints(keptJoints);
     host->update(255);
-    session.settingsChanged = true;
-    session.emitUpdateForm();
+    if (operation.abandoned())
+        return false;
+    session.markChanged();
+    session.notifyChanged();
     return result;
 }

@@ -10,5 +10,5 @@ void ShowSamples(PlannerSession& session)
     if (!session.requireRobot(true))
         return;
     qDebug().noquote().nospace() << "Showing robot samples";
-    session.robot->showJointSequence(session.samples);
+    session.robot()->showJointSequence(session.map().samples());
 }

@@ -2,6 +2,8 @@
 
 #include "configuration.h"
 #include "insert_node.h"
+#include "map_capacity.h"
+#include "operation_scope.h"
 #include "planner_session.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
@@ -26,23 +28,43 @@ Configuration configurationFrom(const double* joints)
 }
 
 // Inserts one query configuration into the map, in place: it stays there.
-void insertQueryNode(PlannerSession& session, const double* joints, const PlannerParameters& parameters,
+void insertQueryNode(OperationScope& operation, const double* joints, const PlannerParameters& parameters,
                      int* edgesMade, int* nodeIndex)
 {
-    insertNode(session.robot, configurationFrom(joints), session.samples, session.graph, parameters,
-               session.samples, session.graph, edgesMade, nodeIndex);
+    RobotMap& map = operation.map();
+    insertNode(operation.session().robot(), configurationFrom(joints), map.samples(), map.graph(), parameters,
+               map.samples(), map.graph(), edgesMade, nodeIndex);
+}
+
+// Configurations that are not numbers, or a map with no room for two more
+// nodes, are refused before anything changes.
+bool canLink(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2)
+{
+    const int jointCount = rows(session.map().samples());
+    if (!allFinite(jnts1, jointCount) || !allFinite(jnts2, jointCount)) {
+        session.host()->showMessage(planTr("The configurations to link hold joint values that are not numbers."),
+                                    !silent);
+        return false;
+    }
+    if (!mapCanBeKept(jointCount, session.map().sampleCount() + 2)) {
+        session.host()->showMessage(
+            planTr("The map is as large as the station can keep: no configuration can be linked to it."), !silent);
+        return false;
+    }
+    return true;
 }
 
 // Writes the route as program `progname`: one target per node, named after its
 // place on the route and its sample number. Null when the route is unusable.
 Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
 {
-    HostApi* host = session.hostApi;
-    HostItem* robot = session.robot;
-    const RoadmapMatrix* route = session.route;
+    HostApi* host = session.host();
+    HostItem* robot = session.robot();
+    const RoadmapMatrix* route = session.map().route();
+    const RoadmapMatrix* samples = session.map().samples();
     const int nodeCount = columns(route);
-    const int jointCount = rows(session.samples);
-    const int sampleCount = columns(session.samples);
+    const int jointCount = rows(samples);
+    const int sampleCount = columns(samples);
 
     if (rows(route) != 1 || nodeCount < 2) {
         qDebug().noquote().nospace() << "Something is wrong with the robot route!!";
@@ -62,7 +84,7 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
             program->deleteItem();
             return nullptr;
         }
-        const JointVector joints(column(session.samples, node), jointCount);
+        const JointVector joints(column(samples, node), jointCount);
         if (i == 1)
             robot->setJoints(joints);
         const QString name = QStringLiteral("Pt %1 (S%2)").arg(i).arg(node + 1);
@@ -82,35 +104,42 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
 
 // The query proper, between the saved and the restored robot state.
 // True when a route between the two nodes was found.
-bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+bool findRoute(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
                const QString& progname)
 {
-    HostApi* host = session.hostApi;
+    PlannerSession& session = operation.session();
+    HostApi* host = session.host();
     ProgressReporter& progress = progressReporter();
     const QString firstTargetUnreachable =
         planTr("The robot is unable to reach the first target. Try to add more targets or increase the number "
                "of samples and update the collision map.");
-    const PlannerParameters parameters = session.plannerParameters();
+    const PlannerParameters parameters = session.settings().parameters();
     int edgesMade = -1;
     int startIndex = -1;
     int endIndex = -1;
 
-    progress.start(session.mainWindow, planTr("Adding start node"));
-    insertQueryNode(session, jnts1, parameters, &edgesMade, &startIndex);
+    progress.start(session.mainWindow(), planTr("Adding start node"));
+    insertQueryNode(operation, jnts1, parameters, &edgesMade, &startIndex);
     qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
+    if (operation.abandoned())
+        return false;
     if (edgesMade < 1) {
         host->showMessage(firstTargetUnreachable, !silent);
         return false;
     }
 
-    progress.start(session.mainWindow, planTr("Adding end node"));
-    insertQueryNode(session, jnts2, parameters, &edgesMade, &endIndex);
+    progress.start(session.mainWindow(), planTr("Adding end node"));
+    insertQueryNode(operation, jnts2, parameters, &edgesMade, &endIndex);
     // After a cancelled first insertion this dialog stays open until the next
     // one replaces it.
     if (!firstCancelled)
         progress.finish();
     qDebug().noquote().nospace() << "Done adding second node";
+    if (operation.abandoned()) {
+        progress.finish();
+        return false;
+    }
     if (edgesMade < 1) {
         host->showMessage(planTr("The robot is unable to reach the second target for program <strong>%1</strong>. "
                                  "Try to increase the number of samples and update the collision map.")
@@ -124,7 +153,8 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
     qDebug().noquote().nospace() << endIndex;
     // The end node is the search's source, so the chain comes back start first.
     double cost = NoPathCost;
-    shortestPath(session.graph, endIndex, startIndex, &cost, session.route);
+    RobotMap& map = operation.map();
+    shortestPath(map.graph(), endIndex, startIndex, &cost, map.route());
     if (cost >= NoPathCost) {
         qDebug().noquote().nospace() << "Not possible to link nodes " << startIndex << " and " << endIndex;
         host->showMessage(planTr("It is not possible to connect the start and end targets for program "
@@ -142,24 +172,42 @@ bool findRoute(PlannerSession& session, bool silent, const double* jnts1, const 
 Item Join_Joints(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
                  const QString& progname)
 {
+    OperationScope operation(session, silent);
+    if (!operation.started())
+        return nullptr;
+    return linkJoints(operation, silent, jnts1, jnts2, progname);
+}
+
+Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
+                const QString& progname)
+{
+    PlannerSession& session = operation.session();
     if (!session.requireRobot(silent))
         return nullptr;
-    HostApi* host = session.hostApi;
-    HostItem* robot = session.robot;
+    if (!canLink(session, silent, jnts1, jnts2))
+        return nullptr;
+    HostApi* host = session.host();
+    HostItem* robot = session.robot();
 
     const int keptRenderMode = host->renderMode();
     JointVector keptJoints;
     robot->joints(keptJoints);
     host->setRenderMode(1);
 
-    const bool found = findRoute(session, silent, jnts1, jnts2, progname);
+    const bool found = findRoute(operation, silent, jnts1, jnts2, progname);
 
+    const Abandonment abandonment = session.abandonment();
+    if (abandonment == Abandonment::StationReplaced || abandonment == Abandonment::Unloaded)
+        return nullptr;
     host->setRenderMode(keptRenderMode);
-    robot->setJoints(keptJoints);
+    if (abandonment == Abandonment::None)
+        robot->setJoints(keptJoints);
     host->update(255);
-    session.settingsChanged = true;
+    if (abandonment != Abandonment::None)
+        return nullptr;
+    session.markChanged();
 
     Item program = found ? writeRoute(session, silent, progname) : nullptr;
-    session.emitUpdateForm();
+    session.notifyChanged();
     return program;
 }

@@ -3,6 +3,7 @@
 #include "calculate_map.h"
 #include "items_of_type.h"
 #include "join_joints.h"
+#include "operation_scope.h"
 #include "planner_session.h"
 #include "roadmap_matrix.h"
 #include "sanitize_name.h"
@@ -18,12 +19,12 @@ namespace {
 // Gaps up to this L1 joint distance are taken as programs that already meet.
 constexpr double ProgramsMeetDistance = 1.0;
 
-void ensureMap(PlannerSession& session)
+void ensureMap(OperationScope& operation)
 {
-    if (columns(session.samples) >= 1)
+    if (operation.session().map().hasSamples())
         return;
-    session.hostApi->showMessage(planTr("Creating map..."), false);
-    CalculateMap(session);
+    operation.session().host()->showMessage(planTr("Creating map..."), false);
+    computeMap(operation);
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ void ensureMap(PlannerSession& session)
 void Join_Selection_Smart(PlannerSession& session, bool silent)
 {
     QList<Item> selection;
-    session.hostApi->getSelectedItems(selection);
+    session.host()->getSelectedItems(selection);
     if (!selection.isEmpty() && selection.first()->type() == ItemType::Program)
         Join_Programs(session, silent, selection, QString());
     else
@@ -40,14 +41,19 @@ void Join_Selection_Smart(PlannerSession& session, bool silent)
 
 Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, Item target2)
 {
+    OperationScope operation(session, silent);
+    if (!operation.started())
+        return nullptr;
     // The robot is always asked for loudly, whatever `silent` says.
     if (!session.requireRobot(false))
         return nullptr;
-    HostApi* host = session.hostApi;
+    HostApi* host = session.host();
     QString programName = QStringLiteral("SafeMove");
 
     // The map comes first, even when the selection then turns out too small.
-    ensureMap(session);
+    ensureMap(operation);
+    if (operation.abandoned())
+        return nullptr;
     qDebug().noquote().nospace() << "Trying to join targets...";
 
     QList<Item> candidates;
@@ -77,14 +83,17 @@ Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, I
     second->joints(secondJoints);
     qDebug().noquote() << firstJoints.toText(", ", 3);
     qDebug().noquote() << secondJoints.toText(", ", 3);
-    return Join_Joints(session, silent, firstJoints.values(), secondJoints.values(), programName);
+    return linkJoints(operation, silent, firstJoints.values(), secondJoints.values(), programName);
 }
 
 bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in)
 {
+    OperationScope operation(session, silent);
+    if (!operation.started())
+        return false;
     if (!session.requireRobot(false))
         return false;
-    HostApi* host = session.hostApi;
+    HostApi* host = session.host();
     const QString mainName = progname_in.isEmpty() ? QStringLiteral("MainSafe") : progname_in;
 
     const QList<Item> chain = itemsOfType(programs, ItemType::Program);
@@ -94,7 +103,9 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
         return false;
     }
 
-    ensureMap(session);
+    ensureMap(operation);
+    if (operation.abandoned())
+        return false;
     qDebug().noquote().nospace() << "Trying to join programs...";
 
     bool ok = true;
@@ -116,7 +127,9 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
         if (previousStart.isValid() && previousEnd.isValid() && currentStart.isValid() && currentEnd.isValid()) {
             if (JointVector::distance(previousEnd, currentStart) > ProgramsMeetDistance) {
                 if (ok)
-                    ok = Join_Joints(session, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
+                    ok = linkJoints(operation, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
+                if (operation.abandoned())
+                    return false;
                 calls << linkName;
             }
             previous = current;
@@ -131,7 +144,7 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
         calls << currentName;
     }
 
-    HostItem* mainProgram = host->addProgram(mainName, session.robot);
+    HostItem* mainProgram = host->addProgram(mainName, session.robot());
     if (mainProgram) {
         for (const QString& name : calls)
             mainProgram->addProgramCall(name, 0);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "planner_parameters.h"
+
+// The planner's settings for one station, as users set them and the station
+// stores them: the defaults are those of a fresh station and of "Clear".
+struct PlannerSettings {
+    int samples = 100;            // samples of a map ("Samples")
+    int edgesPerSample = 25;      // nearest older samples each new one is tried against ("Edges")
+    double robotStepDeg = 4.0;    // joint step of the collision check along a move; also the reuse distance
+    int newNodeEdges = 5;         // edges wanted for an inserted configuration ("NewNodeEdges")
+    bool displaySamples = false;  // draw the map in the host's 3D view ("Display")
+
+    // What construction and node insertion read.
+    PlannerParameters parameters() const
+    {
+        return {0.0, double(samples), double(edgesPerSample), double(newNodeEdges), robotStepDeg};
+    }
+};

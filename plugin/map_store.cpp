@@ -1,0 +1,183 @@
+// Settings and maps in the station's data parameters.
+#include "map_store.h"
+
+#include "planner_session.h"
+#include "robot_map_record.h"
+#include "translate.h"
+#include "vorlik/host_api.h"
+#include "vorlik/item_types.h"
+
+#include <QDataStream>
+#include <QDebug>
+#include <QStringList>
+
+#include <cmath>
+
+namespace {
+// Fields of a settings record outside what the planner can work with fall
+// back to their defaults; their names, for the message.
+QStringList settingsOutOfRange(PlannerSettings& settings)
+{
+    const PlannerSettings defaults;
+    QStringList reset;
+    if (settings.samples < 1) {
+        settings.samples = defaults.samples;
+        reset << QStringLiteral("samples");
+    }
+    if (settings.edgesPerSample < 0) {
+        settings.edgesPerSample = defaults.edgesPerSample;
+        reset << QStringLiteral("edges per sample");
+    }
+    if (!std::isfinite(settings.robotStepDeg) || settings.robotStepDeg < 0) {
+        settings.robotStepDeg = defaults.robotStepDeg;
+        reset << QStringLiteral("robot step");
+    }
+    if (settings.newNodeEdges < 0) {
+        settings.newNodeEdges = defaults.newNodeEdges;
+        reset << QStringLiteral("new sample edges");
+    }
+    return reset;
+}
+
+int jointCountOf(HostItem* robot)
+{
+    JointVector lower;
+    JointVector upper;
+    robot->jointLimits(lower, upper);
+    return lower.count();
+}
+}  // namespace
+
+MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
+    : session_(session), host_(host), pluginName_(std::move(pluginName))
+{
+}
+
+bool MapStore::loadSettings()
+{
+    session_.markSaved();
+    const QByteArray bytes = host_->getDataParam(pluginName_);
+    if (bytes.isEmpty())
+        return false;
+
+    qDebug().noquote().nospace() << "Loading PRM plugin settings...";
+    QDataStream stream(bytes);
+    PlannerSettings settings = session_.settings();
+    qint32 samples = 0;
+    stream >> samples;
+    settings.samples = samples;
+    if (samples < 0) {
+        // A negative sample count marks a record written by a later version.
+        qDebug().noquote().nospace() << "Warning: Settings not loaded. Future version?";
+        settings.samples = 100;
+        session_.restoreSettings(settings);
+        return false;
+    }
+    qint32 edges = 0;
+    qint32 newNodeEdges = 0;
+    QString storedRobot;
+    stream >> edges >> settings.robotStepDeg >> newNodeEdges >> settings.displaySamples >> storedRobot;
+    settings.edgesPerSample = edges;
+    settings.newNodeEdges = newNodeEdges;
+    if (stream.status() != QDataStream::Ok) {
+        qDebug().noquote().nospace() << "Settings record cut short";
+        host_->showMessage(planTr("The planner's settings stored in the station are damaged: the defaults are used."),
+                           false);
+        session_.restoreSettings(PlannerSettings());
+        return false;
+    }
+    const QStringList reset = settingsOutOfRange(settings);
+    if (!reset.isEmpty()) {
+        host_->showMessage(planTr("Some of the planner's settings stored in the station are out of range and were "
+                                  "set to their defaults: %1.")
+                               .arg(reset.join(QStringLiteral(", "))),
+                           false);
+    }
+    session_.restoreSettings(settings);
+
+    HostItem* robot = host_->getItem(storedRobot, ItemType::Robot);
+    if (!robot) {
+        // The stored robot is gone (renamed, deleted): the first robot, with its own map.
+        QList<Item> robots;
+        host_->getItemList(robots, ItemType::Robot);
+        robot = robots.isEmpty() ? nullptr : robots.first()->getLink(ItemType::Robot);
+    }
+    session_.setRobot(robot);
+    loadRobotMap();
+    session_.notifyChanged();
+    qDebug().noquote().nospace() << "Done";
+    return true;
+}
+
+void MapStore::saveSettings()
+{
+    if (!session_.settingsChanged())
+        return;
+    qDebug().noquote().nospace() << "Saving PRM plugin settings...";
+    const PlannerSettings& settings = session_.settings();
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(settings.samples) << qint32(settings.edgesPerSample) << settings.robotStepDeg
+               << qint32(settings.newNodeEdges) << settings.displaySamples
+               << (session_.robot() ? session_.robotName() : QStringLiteral(""));
+    }
+    host_->setDataParam(pluginName_, bytes);
+    saveRobotMap();
+    session_.markSaved();
+    qDebug().noquote().nospace() << "Done";
+}
+
+void MapStore::loadRobotMap()
+{
+    session_.forgetMap();
+    if (!session_.requireRobot(true)) {
+        session_.notifyChanged();
+        return;
+    }
+    HostItem* robot = session_.robot();
+    RobotMap& map = session_.editMap(MapKey());
+    const QByteArray bytes = host_->getDataParam(robotMapKey(robot->name()));
+    if (bytes.isEmpty()) {
+        map.setRobot(robot);
+        session_.notifyChanged();
+        return;
+    }
+    qDebug().noquote().nospace() << "Loading robot settings...";
+    QString problem;
+    if (decodeRobotMap(bytes, jointCountOf(robot), map.samples(), map.graph(), map.route(), &problem)) {
+        map.setRobot(robot);
+    } else {
+        // Not used, and not written over: the record stays until a new map is computed.
+        qDebug().noquote().nospace() << "Stored map not loaded: " << problem;
+        host_->showMessage(planTr("The map stored for robot %1 cannot be used (%2); it is kept in the station until "
+                                  "a new map is computed.")
+                               .arg(robot->name(), problem),
+                           false);
+    }
+    session_.notifyChanged();
+}
+
+void MapStore::saveRobotMap()
+{
+    if (!session_.requireRobot(true))
+        return;
+    HostItem* robot = session_.robot();
+    const RobotMap& map = session_.map();
+    if (map.robot() != robot) {
+        // The map in hand was not built or loaded for this robot (its stored one
+        // could not be used, or none was loaded): what is stored stays.
+        qDebug().noquote().nospace() << "Map of " << robot->name() << " not saved: none was built or loaded for it";
+        return;
+    }
+    qDebug().noquote().nospace() << "Saving robot settings...";
+    QString problem;
+    const QByteArray bytes = encodeRobotMap(map.samples(), map.graph(), map.route(), &problem);
+    if (bytes.isNull()) {
+        qDebug().noquote().nospace() << "Map not saved: " << problem;
+        host_->showMessage(planTr("The map of robot %1 cannot be saved in the station: %2").arg(robot->name(), problem),
+                           true);
+        return;
+    }
+    host_->setDataParam(robotMapKey(robot->name()), bytes);
+}

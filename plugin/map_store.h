@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+class HostApi;
+class PlannerSession;
+
+// Settings and maps travel inside the station as data parameters: the
+// plug-in's settings record under its name, and one map record per robot
+// under "<name>-Rob <robot>". A map is written only under the robot it was
+// built or loaded for; a stored record that cannot be used is reported and
+// left as it is until a new map is computed for its robot.
+class MapStore {
+public:
+    MapStore(PlannerSession& session, HostApi* host, QString pluginName);
+
+    // Reads the settings record and chooses its robot (or the first one), with
+    // that robot's map. False when there is no record or it cannot be used.
+    bool loadSettings();
+    // Writes both records when something changed.
+    void saveSettings();
+    // Replaces the map by the stored map of the chosen robot.
+    void loadRobotMap();
+    void saveRobotMap();
+
+private:
+    QString robotMapKey(const QString& robotName) const { return pluginName_ + "-Rob " + robotName; }
+
+    PlannerSession& session_;
+    HostApi* host_;
+    QString pluginName_;
+};

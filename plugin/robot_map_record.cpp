@@ -221,7 +221,10 @@ bool readGraph(RecordReader& reader, const MatrixHead& head, RoadmapGraph* graph
     return true;
 }
 
-bool readRoute(RecordReader& reader, const MatrixHead& head, int nodeCount, RoadmapMatrix* route, QString* problem)
+// The last route found: one row of 1-based nodes. It is only ever written back
+// (a link searches anew), and a map computed after a link keeps the old route,
+// which may name nodes the new map does not have: such a route is kept as stored.
+bool readRoute(RecordReader& reader, const MatrixHead& head, RoadmapMatrix* route, QString* problem)
 {
     if (head.rows > 1) {
         *problem = QStringLiteral("the route has %1 rows instead of 1").arg(head.rows);
@@ -231,8 +234,8 @@ bool readRoute(RecordReader& reader, const MatrixHead& head, int nodeCount, Road
         return false;
     for (int i = 0; i < elementCount(route); ++i) {
         const double node = route->values[i];
-        if (node != std::floor(node) || node < 1 || node > nodeCount) {
-            *problem = QStringLiteral("the route passes through %1, which is not a node of the map").arg(node);
+        if (node != std::floor(node) || node < 1 || node > 2147483647.0) {
+            *problem = QStringLiteral("the route holds %1, which is not a node number").arg(node);
             return false;
         }
     }
@@ -274,7 +277,7 @@ bool readAll(RecordReader& reader, int jointCount, RoadmapMatrix* samples, Roadm
         return false;
     if (!head.present)
         return true;
-    return readRoute(reader, head, std::max(sampleCount, graph->nodeCount()), route, problem);
+    return readRoute(reader, head, route, problem);
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ class QToolBar;
 // owns the menu, toolbar, dock and the planner session (settings, chosen robot,
 // map) of the open station. Every entry point may be reached while an
 // operation runs (its progress dialog runs the event loop) and after an
-// unload; none lets an exception reach the host.
+// unload; none lets an exception reach the host. The library's entry points
+// and metadata are in plugin_module.cpp.
 class PluginAutoPRM : public QObject, public IAppVorlik {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "Vorlik.IAppVorlik" FILE "plugin_metadata.json")
     Q_INTERFACES(IAppVorlik)
 
 public:

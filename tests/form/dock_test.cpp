@@ -55,6 +55,32 @@ TEST_F(FormDock, SecondOpenOnlySaysItIsOpen)
     EXPECT_EQ(dock(), firstDock);
 }
 
+TEST_F(FormDock, AHiddenDockIsShownAgainWhereItWas)
+{
+    addRobot("Arm1");
+    FormPRM* form = openForm();
+    ASSERT_NE(form, nullptr);
+    QDockWidget* opened = dock();
+    ASSERT_NE(opened, nullptr);
+    window->show();
+    settle();
+    const QRect placed = opened->geometry();
+    // Hidden without being closed (as a main window's restored state can leave it).
+    opened->hide();
+    settle();
+    ASSERT_FALSE(opened->isVisible());
+    host.messages.clear();
+    plugin->callback_robotpilot();
+    settle();
+    EXPECT_TRUE(hasMessage("Auto PRM form is already open", false));
+    EXPECT_TRUE(opened->isVisible()) << "the hidden dock is back";
+    EXPECT_EQ(dock(), opened) << "and it is the same dock, with the same form";
+    EXPECT_EQ(opened->widget(), form);
+    EXPECT_EQ(window->dockWidgetArea(opened), Qt::LeftDockWidgetArea);
+    EXPECT_EQ(opened->geometry(), placed) << "not moved";
+    EXPECT_EQ(formCount(window.get()), 1);
+}
+
 TEST_F(FormDock, ClosingTheDockForgetsItAndTheNextOpenIsFresh)
 {
     addRobot("Arm1");

@@ -13,6 +13,7 @@
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QMainWindow>
 #include <QProgressDialog>
@@ -46,7 +47,7 @@ ScopedMatrix collectSeeds(PlannerSession& session, int jointCount)
             continue;
         if (!allFinite(joints)) {
             session.host()->showMessage(
-                planTr("Target %1 has joint values that are not numbers: it is not used.").arg(target->name()), false);
+                QCoreApplication::translate("PluginAutoPRM", "Target %1 has joint values that are not numbers: it is not used.").arg(target->name()), false);
             continue;
         }
         joints.copyInto(column(seeds.get(), position));
@@ -66,19 +67,19 @@ bool canCompute(PlannerSession& session, HostItem* robot)
     for (int i = 0; i < jointCount; ++i) {
         if (!std::isfinite(lower[i]) || !std::isfinite(upper[i]) || !std::isfinite(upper[i] - lower[i])) {
             session.host()->showMessage(
-                planTr("The joint limits of robot %1 are not numbers a map can be sampled in.").arg(robot->name()),
+                QCoreApplication::translate("PluginAutoPRM", "The joint limits of robot %1 are not numbers a map can be sampled in.").arg(robot->name()),
                 true);
             return false;
         }
     }
     const int sampleCount = session.settings().samples;
     if (sampleCount < 1) {
-        session.host()->showMessage(planTr("A map needs at least 1 sample; the number of samples is %1.").arg(sampleCount),
+        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "A map needs at least 1 sample; the number of samples is %1.").arg(sampleCount),
                                     true);
         return false;
     }
     if (!mapCanBeKept(jointCount, sampleCount)) {
-        session.host()->showMessage(planTr("A map of %1 samples is too large to be kept in the station. The largest map "
+        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "A map of %1 samples is too large to be kept in the station. The largest map "
                                            "of this robot has %2 samples.")
                                         .arg(sampleCount)
                                         .arg(largestKeepableSampleCount(jointCount)),
@@ -123,7 +124,7 @@ void computeMap(OperationScope& operation)
     const int keptRenderMode = host->renderMode();
     host->setRenderMode(1);
 
-    progressReporter().start(session.mainWindow(), planTr("Calculating collision Map..."));
+    progressReporter().start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
     RobotMap& work = operation.workMap();
     buildRoadmap(robot, parameters, seeds.get(), work.samples(), work.graph());
     seeds.reset();

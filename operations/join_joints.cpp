@@ -12,6 +12,7 @@
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QMainWindow>
 #include <QProgressDialog>
@@ -42,13 +43,13 @@ bool canLink(PlannerSession& session, bool silent, const double* jnts1, const do
 {
     const int jointCount = rows(session.map().samples());
     if (!allFinite(jnts1, jointCount) || !allFinite(jnts2, jointCount)) {
-        session.host()->showMessage(planTr("The configurations to link hold joint values that are not numbers."),
+        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "The configurations to link hold joint values that are not numbers."),
                                     !silent);
         return false;
     }
     if (!mapCanBeKept(jointCount, session.map().sampleCount() + 2)) {
         session.host()->showMessage(
-            planTr("The map is as large as the station can keep: no configuration can be linked to it."), !silent);
+            QCoreApplication::translate("PluginAutoPRM", "The map is as large as the station can keep: no configuration can be linked to it."), !silent);
         return false;
     }
     return true;
@@ -111,14 +112,14 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
     HostApi* host = session.host();
     ProgressReporter& progress = progressReporter();
     const QString firstTargetUnreachable =
-        planTr("The robot is unable to reach the first target. Try to add more targets or increase the number "
+        QCoreApplication::translate("PluginAutoPRM", "The robot is unable to reach the first target. Try to add more targets or increase the number "
                "of samples and update the collision map.");
     const PlannerParameters parameters = session.settings().parameters();
     int edgesMade = -1;
     int startIndex = -1;
     int endIndex = -1;
 
-    progress.start(session.mainWindow(), planTr("Adding start node"));
+    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding start node"));
     insertQueryNode(operation, jnts1, parameters, &edgesMade, &startIndex);
     qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
@@ -129,7 +130,7 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
         return false;
     }
 
-    progress.start(session.mainWindow(), planTr("Adding end node"));
+    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding end node"));
     insertQueryNode(operation, jnts2, parameters, &edgesMade, &endIndex);
     // After a cancelled first insertion this dialog stays open until the next
     // one replaces it.
@@ -141,7 +142,7 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
         return false;
     }
     if (edgesMade < 1) {
-        host->showMessage(planTr("The robot is unable to reach the second target for program <strong>%1</strong>. "
+        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "The robot is unable to reach the second target for program <strong>%1</strong>. "
                                  "Try to increase the number of samples and update the collision map.")
                               .arg(progname),
                           !silent);
@@ -157,7 +158,7 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
     shortestPath(map.graph(), endIndex, startIndex, &cost, map.route());
     if (cost >= NoPathCost) {
         qDebug().noquote().nospace() << "Not possible to link nodes " << startIndex << " and " << endIndex;
-        host->showMessage(planTr("It is not possible to connect the start and end targets for program "
+        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "It is not possible to connect the start and end targets for program "
                                  "<strong>%1</strong>. Try to increase the number of samples and update the "
                                  "collision map.")
                               .arg(progname),

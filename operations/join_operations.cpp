@@ -11,6 +11,7 @@
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QStringList>
 
@@ -23,7 +24,7 @@ void ensureMap(OperationScope& operation)
 {
     if (operation.session().map().hasSamples())
         return;
-    operation.session().host()->showMessage(planTr("Creating map..."), false);
+    operation.session().host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "Creating map..."), false);
     computeMap(operation);
 }
 
@@ -135,10 +136,10 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
             previous = current;
         } else {
             // The next program is linked from the last one that had moves.
-            host->showMessage(planTr("Program %1 does not contain any movements").arg(currentName), false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Program %1 does not contain any movements").arg(currentName), false);
         }
         if (!ok) {
-            host->showMessage(planTr("Unable to create program: ") + linkName, false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to create program: ") + linkName, false);
             return false;
         }
         calls << currentName;

@@ -7,6 +7,7 @@
 #include "vorlik/host_api.h"
 #include "vorlik/host_item.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QProgressDialog>
 
@@ -37,7 +38,7 @@ bool PlannerSession::requireRobot(bool silent)
 {
     if (robot_)
         return true;
-    host_->showMessage(planTr("Invalid robot: add a robot or load a project"), !silent);
+    host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "Invalid robot: add a robot or load a project"), !silent);
     return false;
 }
 

@@ -7,8 +7,8 @@
 bool askReplaceMap(QWidget* parent)
 {
     const QMessageBox::StandardButton answer = QMessageBox::question(
-        parent, planTr("Replace map"),
-        planTr("Operation cancelled:<br>Do you want to replace the previous map even if the operation didn't "
+        parent, QCoreApplication::translate("PluginAutoPRM", "Replace map"),
+        QCoreApplication::translate("PluginAutoPRM", "Operation cancelled:<br>Do you want to replace the previous map even if the operation didn't "
                "complete?"),
         QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::NoButton);
     return answer == QMessageBox::Yes;

@@ -7,6 +7,7 @@
 #include "translate.h"
 #include "vorlik/item_types.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
 #include <QTextStream>
@@ -119,7 +120,7 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
-        return planTr("Unable to open file for writting: ") + path;
+        return QCoreApplication::translate("PluginAutoPRM", "Unable to open file for writting: ") + path;
     QTextStream stream(&file);
     const RobotMap& map = session_->map();
     if (command.contains(QLatin1String("Map"), Qt::CaseInsensitive))
@@ -128,7 +129,7 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
         writeMatrixText(stream, map.samples(), true);
     stream.flush();
     file.close();
-    return planTr("Done");
+    return QCoreApplication::translate("PluginAutoPRM", "Done");
 }
 
 // "Samples", "Edges", "NewNodeEdges", "Display", and any other keyword with a number.
@@ -138,7 +139,7 @@ QString PluginAutoPRM::settingCommand(const QString& command, const QString& val
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     if (!isNumber)
-        return planTr("Invalid value");
+        return QCoreApplication::translate("PluginAutoPRM", "Invalid value");
     if (session.busy()) {
         session.refuseWhileBusy(true);
         return PlannerSession::busyText();

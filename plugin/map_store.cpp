@@ -8,6 +8,7 @@
 #include "vorlik/item_types.h"
 
 #include <QDataStream>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QStringList>
 
@@ -81,14 +82,14 @@ bool MapStore::loadSettings()
     settings.newNodeEdges = newNodeEdges;
     if (stream.status() != QDataStream::Ok) {
         qDebug().noquote().nospace() << "Settings record cut short";
-        host_->showMessage(planTr("The planner's settings stored in the station are damaged: the defaults are used."),
+        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The planner's settings stored in the station are damaged: the defaults are used."),
                            false);
         session_.restoreSettings(PlannerSettings());
         return false;
     }
     const QStringList reset = settingsOutOfRange(settings);
     if (!reset.isEmpty()) {
-        host_->showMessage(planTr("Some of the planner's settings stored in the station are out of range and were "
+        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "Some of the planner's settings stored in the station are out of range and were "
                                   "set to their defaults: %1.")
                                .arg(reset.join(QStringLiteral(", "))),
                            false);
@@ -150,7 +151,7 @@ void MapStore::loadRobotMap()
     } else {
         // Not used, and not written over: the record stays until a new map is computed.
         qDebug().noquote().nospace() << "Stored map not loaded: " << problem;
-        host_->showMessage(planTr("The map stored for robot %1 cannot be used (%2); it is kept in the station until "
+        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The map stored for robot %1 cannot be used (%2); it is kept in the station until "
                                   "a new map is computed.")
                                .arg(robot->name(), problem),
                            false);
@@ -175,7 +176,7 @@ void MapStore::saveRobotMap()
     const QByteArray bytes = encodeRobotMap(map.samples(), map.graph(), map.route(), &problem);
     if (bytes.isNull()) {
         qDebug().noquote().nospace() << "Map not saved: " << problem;
-        host_->showMessage(planTr("The map of robot %1 cannot be saved in the station: %2").arg(robot->name(), problem),
+        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The map of robot %1 cannot be saved in the station: %2").arg(robot->name(), problem),
                            true);
         return;
     }

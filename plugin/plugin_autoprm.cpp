@@ -8,6 +8,7 @@
 #include "vorlik/item_types.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QDockWidget>
 #include <QIcon>
@@ -67,7 +68,7 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
                                   HostApi* hostApi_, const QString& settings)
 {
     return guardedEntry(hostApi_, QString(), [&] {
-        pluginTitle = planTr("Collision-free motion planner");
+        pluginTitle = QCoreApplication::translate("PluginAutoPRM", "Collision-free motion planner");
 
         // A load without an unload first (or during one still unwinding) starts over.
         tearDownInterface();
@@ -86,14 +87,14 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
         qDebug().noquote().nospace() << "Using settings: " << settings;
         qDebug().noquote().nospace() << "Setting up the status bar";
         if (statusBar)
-            statusBar->showMessage(planTr("Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
+            statusBar->showMessage(QCoreApplication::translate("PluginAutoPRM", "Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
 
         initResources();
 
-        actionMap = new QAction(QIcon(MapIcon), planTr("Create collision-free map"), nullptr);
-        actionLinkSelection = new QAction(QIcon(LinkIcon), planTr("Link selected targets/programs"), nullptr);
-        actionLinkTargets = new QAction(QIcon(LinkIcon), planTr("Link selected targets"), nullptr);
-        actionLinkPrograms = new QAction(QIcon(LinkIcon), planTr("Link selected programs"), nullptr);
+        actionMap = new QAction(QIcon(MapIcon), QCoreApplication::translate("PluginAutoPRM", "Create collision-free map"), nullptr);
+        actionLinkSelection = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"), nullptr);
+        actionLinkTargets = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets"), nullptr);
+        actionLinkPrograms = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected programs"), nullptr);
 
         // Queued: a long operation starts only after the menu click is fully handled.
         connect(actionMap, &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot, Qt::QueuedConnection);

@@ -6,6 +6,7 @@
 #include "roadmap_matrix.h"
 #include "translate.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 
 #include <algorithm>
@@ -37,7 +38,7 @@ bool connectProgress(int candidate, int candidateTotal, int edges)
     qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
     ProgressReporter& reporter = progressReporter();
     reporter.setHeadline(
-        planTr("Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));
+        QCoreApplication::translate("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));
     reporter.setDetail(QString());
     return reporter.update(static_cast<int>(candidate * 100LL / candidateTotal));
 }

@@ -9,12 +9,14 @@
 #include <QProgressDialog>
 
 namespace {
-const char* const AttemptText = "Looking for a collision-free robot position (attempt %1)";
-const char* const StuckWarning =
+const char* const AttemptText =
+    QT_TRANSLATE_NOOP("PluginAutoPRM", "Looking for a collision-free robot position (attempt %1)");
+const char* const StuckWarning = QT_TRANSLATE_NOOP(
+    "PluginAutoPRM",
     "<strong>Warning: You may need to cancel this operation and change your settings</strong><br>"
     "It looks like the robot unable to find a collision-free position.<br>"
     "Check that robot joint limits are valid and properly define the collision map in "
-    "<i>Tools-Collision Map</i>.";
+    "<i>Tools-Collision Map</i>.");
 // The warning appears from this attempt of one search on.
 constexpr int FirstWarnedAttempt = 101;
 

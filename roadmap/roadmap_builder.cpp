@@ -8,6 +8,7 @@
 #include "roadmap_matrix.h"
 #include "translate.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 
 #include <algorithm>
@@ -35,7 +36,7 @@ bool prmProgress(int samplesDone, int sampleTotal, double edgeCount)
     qDebug().nospace() << "Calculating PRM " << samplesDone << " / " << sampleTotal << " - Edges: " << edges;
     ProgressReporter& reporter = progressReporter();
     reporter.setHeadline(
-        planTr("Calculating collision map:<br>Samples: %1/%2 Edges: %3").arg(samplesDone).arg(sampleTotal).arg(edges));
+        QCoreApplication::translate("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3").arg(samplesDone).arg(sampleTotal).arg(edges));
     reporter.setDetail(QString());
     return reporter.update(static_cast<int>(samplesDone * 100LL / sampleTotal));
 }

@@ -6,7 +6,7 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${1:-$here/build}"
 
 packages=(cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libqt5svg5 libqt5svg5-dev
-          libgtest-dev googletest xvfb xauth libeigen3-dev libfcl-dev binutils libompl-dev)
+          libgtest-dev googletest xvfb xauth libeigen3-dev libfcl-dev binutils libompl-dev qttools5-dev-tools)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

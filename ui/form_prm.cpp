@@ -26,11 +26,6 @@
 namespace {
 const char* const StepParameter = "PathStepCollisionDeg";
 
-QString formTr(const char* text)
-{
-    return QCoreApplication::translate("FormPRM", text);
-}
-
 QSpinBox* makeSpinBox(QWidget* parent, const char* name, int step, int value)
 {
     auto* box = new QSpinBox(parent);
@@ -133,19 +128,19 @@ void FormPRMWidgets::setupUi(QWidget* form)
 
 void FormPRMWidgets::retranslateUi(QWidget* form)
 {
-    form->setWindowTitle(formTr("Form"));
-    lblRobot->setText(formTr("Using Robot"));
-    btnSelectRobot->setText(formTr("Select Robot"));
-    label->setText(formTr("Number of samples"));
-    label_2->setText(formTr("Edges per sample"));
-    label_4->setText(formTr("Robot step (deg)"));
-    btnMakeMap->setText(formTr("Update Map"));
-    btnAddNodes->setText(formTr("Add selected targets"));
-    lblInfo->setText(formTr("Information:"));
-    btnShowSamples->setText(formTr("Display Samples"));
-    chkDisplayMap->setText(formTr("Display map"));
-    label_3->setText(formTr("New sample edges"));
-    btnLinkTargets->setText(formTr("Link selected targets/programs"));
+    form->setWindowTitle(QCoreApplication::translate("PluginAutoPRM", "Form"));
+    lblRobot->setText(QCoreApplication::translate("PluginAutoPRM", "Using Robot"));
+    btnSelectRobot->setText(QCoreApplication::translate("PluginAutoPRM", "Select Robot"));
+    label->setText(QCoreApplication::translate("PluginAutoPRM", "Number of samples"));
+    label_2->setText(QCoreApplication::translate("PluginAutoPRM", "Edges per sample"));
+    label_4->setText(QCoreApplication::translate("PluginAutoPRM", "Robot step (deg)"));
+    btnMakeMap->setText(QCoreApplication::translate("PluginAutoPRM", "Update Map"));
+    btnAddNodes->setText(QCoreApplication::translate("PluginAutoPRM", "Add selected targets"));
+    lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "Information:"));
+    btnShowSamples->setText(QCoreApplication::translate("PluginAutoPRM", "Display Samples"));
+    chkDisplayMap->setText(QCoreApplication::translate("PluginAutoPRM", "Display map"));
+    label_3->setText(QCoreApplication::translate("PluginAutoPRM", "New sample edges"));
+    btnLinkTargets->setText(QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"));
 }
 
 FormPRM::FormPRM(std::shared_ptr<PlannerSession> session, QObject* updates, QWidget* parent)
@@ -173,15 +168,15 @@ void FormPRM::UpdateForm()
         ui->widgetRobotSelect->hide();
     } else {
         ui->widgetRobotSelect->show();
-        ui->lblRobot->setText(formTr("Using robot: ") + session_->robotName());
+        ui->lblRobot->setText(QCoreApplication::translate("PluginAutoPRM", "Using robot: ") + session_->robotName());
     }
 
     const RobotMap& map = session_->map();
     const int sampleCount = map.sampleCount();
     if (sampleCount != 0)
-        ui->lblInfo->setText(formTr("%1 samples and %2 edges").arg(sampleCount).arg(map.edgeCount()));
+        ui->lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "%1 samples and %2 edges").arg(sampleCount).arg(map.edgeCount()));
     else
-        ui->lblInfo->setText(formTr("No samples. Select Update Map"));
+        ui->lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "No samples. Select Update Map"));
 
     // Editors are set with their signals blocked so that no setting is marked changed.
     const PlannerSettings& settings = session_->settings();

@@ -12,18 +12,14 @@
 // process of its own, so that its peak resident memory is its own.
 //
 // Usage: ompl_compare [--quick]     (--quick: N = 200 and 500 only)
-#include "joint_oracle.h"
+#include "ompl_joint_space.h"
 #include "station.h"
 #include "station_file.h"
 #include "vorlik/item_types.h"
 
-#include <ompl/base/MotionValidator.h>
 #include <ompl/base/ProblemDefinition.h>
 #include <ompl/base/objectives/PathLengthOptimizationObjective.h>
 #include <ompl/config.h>
-#include <ompl/base/SpaceInformation.h>
-#include <ompl/base/StateValidityChecker.h>
-#include <ompl/base/spaces/RealVectorStateSpace.h>
 #include <ompl/geometric/planners/prm/PRM.h>
 #include <ompl/util/Console.h>
 #include <ompl/util/RandomNumbers.h>
@@ -47,6 +43,7 @@
 
 namespace ob = ompl::base;
 namespace og = ompl::geometric;
+using namespace ompl_joint_space;
 
 namespace {
 
@@ -62,64 +59,6 @@ struct Figures {
 };
 
 // --- OMPL, with the station's own checker -------------------------------------------------------
-
-// Joint space with the planner's L1 distance.
-class L1JointSpace : public ob::RealVectorStateSpace {
-public:
-    using RealVectorStateSpace::RealVectorStateSpace;
-    double distance(const ob::State* a, const ob::State* b) const override
-    {
-        const double* p = a->as<StateType>()->values;
-        const double* q = b->as<StateType>()->values;
-        double sum = 0.0;
-        for (unsigned i = 0; i < getDimension(); ++i)
-            sum += std::fabs(p[i] - q[i]);
-        return sum;
-    }
-};
-
-struct Checker {
-    std::vector<JointBox> boxes;
-    int joints = 0;
-    double step = 4.0;
-    mutable long tests = 0;
-};
-
-class BoxValidity : public ob::StateValidityChecker {
-public:
-    BoxValidity(const ob::SpaceInformationPtr& si, const Checker& checker) : StateValidityChecker(si), c_(checker) {}
-    bool isValid(const ob::State* state) const override
-    {
-        ++c_.tests;
-        return joint_oracle::boxesHolding(c_.boxes, state->as<ob::RealVectorStateSpace::StateType>()->values) == 0;
-    }
-
-private:
-    const Checker& c_;
-};
-
-class JointMoveValidator : public ob::MotionValidator {
-public:
-    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker) {}
-    bool checkMotion(const ob::State* a, const ob::State* b) const override
-    {
-        ++c_.tests;
-        return joint_oracle::testJointMove(c_.boxes, c_.joints, values(a), values(b), c_.step) == 0;
-    }
-    bool checkMotion(const ob::State* a, const ob::State* b, std::pair<ob::State*, double>& lastValid) const override
-    {
-        const bool free = checkMotion(a, b);
-        if (!free) {
-            si_->copyState(lastValid.first, a);
-            lastValid.second = 0.0;
-        }
-        return free;
-    }
-
-private:
-    static const double* values(const ob::State* s) { return s->as<ob::RealVectorStateSpace::StateType>()->values; }
-    const Checker& c_;
-};
 
 // The PRM with its milestone insertion and roadmap search in reach, so that a
 // link is two insertions and a search, as the planner's is.
@@ -137,23 +76,8 @@ double msSince(std::chrono::steady_clock::time_point start)
 
 Figures runOmpl(const Station& station, int sampleCount)
 {
-    const SimItem& robot = *station.items(ItemType::Robot).front();
-    Checker checker;
-    checker.boxes = robot.boxes;
-    checker.joints = robot.jointCount();
-    checker.step = station.pathStepDeg();
-
-    auto space = std::make_shared<L1JointSpace>(checker.joints);
-    ob::RealVectorBounds bounds(checker.joints);
-    for (int i = 0; i < checker.joints; ++i) {
-        bounds.setLow(i, robot.lower[size_t(i)]);
-        bounds.setHigh(i, robot.upper[size_t(i)]);
-    }
-    space->setBounds(bounds);
-    auto si = std::make_shared<ob::SpaceInformation>(space);
-    si->setStateValidityChecker(std::make_shared<BoxValidity>(si, checker));
-    si->setMotionValidator(std::make_shared<JointMoveValidator>(si, checker));
-    si->setup();
+    const Checker checker = checkerOf(station);
+    const ob::SpaceInformationPtr si = spaceFor(station, checker);
     BenchPRM prm(si);
     // Edge costs come from the problem's objective: path length in L1.
     auto problem = std::make_shared<ob::ProblemDefinition>(si);
@@ -187,7 +111,7 @@ Figures runOmpl(const Station& station, int sampleCount)
         }
         figures.linkMs = std::max(figures.linkMs, msSince(start));
     }
-    figures.collisionTests = checker.tests;
+    figures.collisionTests = checker.configurations + checker.motions;
     return figures;
 }
 

@@ -5,6 +5,7 @@
 #include "map_capacity.h"
 #include "operation_scope.h"
 #include "planner_session.h"
+#include "route_shortener.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
 #include "shortest_path.h"
@@ -55,19 +56,43 @@ bool canLink(PlannerSession& session, bool silent, const double* jnts1, const do
     return true;
 }
 
-// Writes the route as program `progname`: one target per node, named after its
-// place on the route and its sample number. Null when the route is unusable.
-Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
+// The route's nodes as points to write, in travel order. A node that is no
+// sample (a cancelled insertion leaves one) keeps its number, and its joints
+// stay zero: writing stops there.
+std::vector<ViaPoint> routePoints(const RobotMap& map)
+{
+    const RoadmapMatrix* route = map.route();
+    const RoadmapMatrix* samples = map.samples();
+    const int jointCount = rows(samples);
+    std::vector<ViaPoint> points;
+    for (int i = 0; i < columns(route); ++i) {
+        ViaPoint point;
+        point.sample = static_cast<int>(at(route, 0, i) - 1.0);
+        if (point.sample >= 0 && point.sample < map.sampleCount())
+            std::copy_n(column(samples, point.sample), jointCount, point.joints.begin());
+        points.push_back(point);
+    }
+    return points;
+}
+
+bool allSamples(const std::vector<ViaPoint>& points, int sampleCount)
+{
+    return std::all_of(points.begin(), points.end(),
+                       [sampleCount](const ViaPoint& p) { return p.sample >= 0 && p.sample < sampleCount; });
+}
+
+// Writes the route as program `progname`: one target per point, named after
+// its place on the route and its sample number ("via" for a point a shortening
+// put on a move). Null when the route is unusable.
+Item writeRoute(PlannerSession& session, bool silent, const QString& progname, const std::vector<ViaPoint>& points)
 {
     HostApi* host = session.host();
     HostItem* robot = session.robot();
     const RoadmapMatrix* route = session.map().route();
-    const RoadmapMatrix* samples = session.map().samples();
-    const int nodeCount = columns(route);
-    const int jointCount = rows(samples);
-    const int sampleCount = columns(samples);
+    const int jointCount = rows(session.map().samples());
+    const int sampleCount = session.map().sampleCount();
 
-    if (rows(route) != 1 || nodeCount < 2) {
+    if (rows(route) != 1 || columns(route) < 2) {
         qDebug().noquote().nospace() << "Something is wrong with the robot route!!";
         return nullptr;
     }
@@ -78,17 +103,19 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname)
     if (!program)
         return nullptr;
 
-    for (int i = 1; i <= nodeCount; ++i) {
-        const int node = static_cast<int>(at(route, 0, i - 1) - 1.0);
-        if (node < 0 || node >= sampleCount) {
+    for (size_t i = 0; i < points.size(); ++i) {
+        const ViaPoint& point = points[i];
+        const bool made = point.sample == ViaPoint::NewPoint;
+        if (!made && (point.sample < 0 || point.sample >= sampleCount)) {
             host->showMessage(QStringLiteral("Something is wrong with the robot route!"), !silent);
             program->deleteItem();
             return nullptr;
         }
-        const JointVector joints(column(samples, node), jointCount);
-        if (i == 1)
+        const JointVector joints(point.joints.data(), jointCount);
+        if (i == 0)
             robot->setJoints(joints);
-        const QString name = QStringLiteral("Pt %1 (S%2)").arg(i).arg(node + 1);
+        const QString name = made ? QStringLiteral("Pt %1 (via)").arg(i + 1)
+                                  : QStringLiteral("Pt %1 (S%2)").arg(i + 1).arg(point.sample + 1);
         HostItem* target = host->addTarget(name, robot->parent(), robot);
         if (!target)
             continue;
@@ -196,6 +223,14 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     host->setRenderMode(1);
 
     const bool found = findRoute(operation, silent, jnts1, jnts2, progname);
+    std::vector<ViaPoint> points = routePoints(session.map());
+    // Shortened while the display waits, before the robot goes back.
+    if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {
+        RouteShortener shortener(robot, rows(session.map().samples()));
+        points = shortener.shorten(std::move(points));
+        qDebug().noquote().nospace() << "Route shortened: " << points.size() << " points, "
+                                     << shortener.movesChecked() << " moves checked";
+    }
 
     const Abandonment abandonment = session.abandonment();
     if (abandonment == Abandonment::StationReplaced || abandonment == Abandonment::Unloaded)
@@ -208,7 +243,7 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
         return nullptr;
     session.markChanged();
 
-    Item program = found ? writeRoute(session, silent, progname) : nullptr;
+    Item program = found ? writeRoute(session, silent, progname, points) : nullptr;
     session.notifyChanged();
     return program;
 }

@@ -10,6 +10,7 @@ struct PlannerSettings {
     double robotStepDeg = 4.0;    // joint step of the collision check along a move; also the reuse distance
     int newNodeEdges = 5;         // edges wanted for an inserted configuration ("NewNodeEdges")
     bool displaySamples = false;  // draw the map in the host's 3D view ("Display")
+    bool shortenRoutes = false;   // shorten routes before writing them ("Shortcut"); stored apart
 
     // What construction and node insertion read.
     PlannerParameters parameters() const

@@ -132,7 +132,7 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
     return QCoreApplication::translate("PluginAutoPRM", "Done");
 }
 
-// "Samples", "Edges", "NewNodeEdges", "Display", and any other keyword with a number.
+// "Samples", "Edges", "NewNodeEdges", "Display", "Shortcut", and any other keyword with a number.
 QString PluginAutoPRM::settingCommand(const QString& command, const QString& value)
 {
     PlannerSession& session = *session_;
@@ -146,6 +146,7 @@ QString PluginAutoPRM::settingCommand(const QString& command, const QString& val
     }
     PlannerSettings settings = session.settings();
     const bool display = startsWith(command, "Display");
+    const bool shortcut = startsWith(command, "Shortcut");
     if (startsWith(command, "Samples"))
         settings.samples = truncatedSetting(number);
     else if (startsWith(command, "Edges"))
@@ -154,6 +155,8 @@ QString PluginAutoPRM::settingCommand(const QString& command, const QString& val
         settings.newNodeEdges = truncatedSetting(number);
     else if (display)
         settings.displaySamples = number > 0.0;
+    else if (shortcut)
+        settings.shortenRoutes = number > 0.0;
     session.changeSettings(settings);
     if (display)
         hostApi->update(1);

@@ -54,9 +54,41 @@ MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
 {
 }
 
+void MapStore::loadOptions()
+{
+    const QByteArray bytes = host_->getDataParam(optionsKey());
+    if (bytes.isEmpty())
+        return;
+    QDataStream stream(bytes);
+    qint32 version = 0;
+    bool shorten = false;
+    stream >> version >> shorten;
+    if (stream.status() != QDataStream::Ok || version < 1) {
+        qDebug().noquote().nospace() << "Options not loaded: version " << version;
+        return;
+    }
+    PlannerSettings settings = session_.settings();
+    settings.shortenRoutes = shorten;
+    session_.restoreSettings(settings);
+}
+
+void MapStore::saveOptions()
+{
+    const bool shorten = session_.settings().shortenRoutes;
+    if (!shorten && host_->getDataParam(optionsKey()).isEmpty())
+        return;
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(1) << shorten;
+    }
+    host_->setDataParam(optionsKey(), bytes);
+}
+
 bool MapStore::loadSettings()
 {
     session_.markSaved();
+    loadOptions();
     const QByteArray bytes = host_->getDataParam(pluginName_);
     if (bytes.isEmpty())
         return false;
@@ -84,7 +116,9 @@ bool MapStore::loadSettings()
         qDebug().noquote().nospace() << "Settings record cut short";
         host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The planner's settings stored in the station are damaged: the defaults are used."),
                            false);
-        session_.restoreSettings(PlannerSettings());
+        PlannerSettings defaults;
+        defaults.shortenRoutes = session_.settings().shortenRoutes;  // from its own record
+        session_.restoreSettings(defaults);
         return false;
     }
     const QStringList reset = settingsOutOfRange(settings);
@@ -124,6 +158,7 @@ void MapStore::saveSettings()
                << (session_.robot() ? session_.robotName() : QStringLiteral(""));
     }
     host_->setDataParam(pluginName_, bytes);
+    saveOptions();
     saveRobotMap();
     session_.markSaved();
     qDebug().noquote().nospace() << "Done";

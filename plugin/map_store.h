@@ -25,6 +25,12 @@ public:
 
 private:
     QString robotMapKey(const QString& robotName) const { return pluginName_ + "-Rob " + robotName; }
+    QString optionsKey() const { return pluginName_ + "-Options"; }
+    // The options newer than the settings record, in a record of their own so
+    // that the settings record keeps its format: int32 version, then bool
+    // shortenRoutes (version 1). A station that never had options gets none.
+    void loadOptions();
+    void saveOptions();
 
     PlannerSession& session_;
     HostApi* host_;

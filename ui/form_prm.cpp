@@ -120,6 +120,8 @@ void FormPRMWidgets::setupUi(QWidget* form)
 
     btnLinkTargets = makeWidget<QPushButton>(form, "btnLinkTargets");
     verticalLayout->addWidget(btnLinkTargets);
+    chkShortcut = makeWidget<QCheckBox>(form, "chkShortcut");
+    verticalLayout->addWidget(chkShortcut);
     verticalLayout->addItem(new QSpacerItem(20, 9, QSizePolicy::Minimum, QSizePolicy::MinimumExpanding));
 
     retranslateUi(form);
@@ -141,6 +143,7 @@ void FormPRMWidgets::retranslateUi(QWidget* form)
     chkDisplayMap->setText(QCoreApplication::translate("PluginAutoPRM", "Display map"));
     label_3->setText(QCoreApplication::translate("PluginAutoPRM", "New sample edges"));
     btnLinkTargets->setText(QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"));
+    chkShortcut->setText(QCoreApplication::translate("PluginAutoPRM", "Shorten routes"));
 }
 
 FormPRM::FormPRM(std::shared_ptr<PlannerSession> session, QObject* updates, QWidget* parent)
@@ -188,6 +191,7 @@ void FormPRM::UpdateForm()
     setQuietly(ui->spnStepDeg, [this, &hostStep] { ui->spnStepDeg->setValue(hostStep.toDouble()); });
     setQuietly(ui->spnEdgesStartEnd, [this, &settings] { ui->spnEdgesStartEnd->setValue(settings.newNodeEdges); });
     setQuietly(ui->chkDisplayMap, [this, &settings] { ui->chkDisplayMap->setChecked(settings.displaySamples); });
+    setQuietly(ui->chkShortcut, [this, &settings] { ui->chkShortcut->setChecked(settings.shortenRoutes); });
 
     const bool hasSamples = sampleCount > 0;
     ui->chkDisplayMap->setEnabled(hasSamples);
@@ -266,4 +270,9 @@ void FormPRM::on_btnShowSamples_clicked()
 void FormPRM::on_btnAddNodes_clicked()
 {
     AddTargetsToMap(*session_, false, false);
+}
+
+void FormPRM::on_chkShortcut_clicked(bool checked)
+{
+    changeSetting([checked](PlannerSettings& s) { s.shortenRoutes = checked; });
 }

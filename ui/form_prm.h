@@ -41,6 +41,7 @@ struct FormPRMWidgets {
     QLabel* label_3 = nullptr;
     QSpinBox* spnEdgesStartEnd = nullptr;
     QPushButton* btnLinkTargets = nullptr;
+    QCheckBox* chkShortcut = nullptr;
 
     void setupUi(QWidget* form);
     void retranslateUi(QWidget* form);
@@ -73,6 +74,7 @@ private slots:
     void on_spnEdgesStartEnd_valueChanged(int arg1);
     void on_btnShowSamples_clicked();
     void on_btnAddNodes_clicked();
+    void on_chkShortcut_clicked(bool checked);
 
 private:
     // Applies a change to the settings, or refuses it while an operation runs.

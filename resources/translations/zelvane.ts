@@ -200,6 +200,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>Shorten routes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Using robot: </source>
         <translation type="unfinished"></translation>
     </message>

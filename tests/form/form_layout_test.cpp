@@ -62,6 +62,7 @@ TEST_F(FormWidgets, ChildWidgetsInCreationOrderWithTheirTexts)
         {"label_3", "QLabel", "New sample edges"},
         {"spnEdgesStartEnd", "QSpinBox", nullptr},
         {"btnLinkTargets", "QPushButton", "Link selected targets/programs"},
+        {"chkShortcut", "QCheckBox", "Shorten routes"},
     };
     const QList<QWidget*> widgets = form.findChildren<QWidget*>();
     // Spin boxes own a line edit each; only named widgets are the form's.
@@ -145,7 +146,7 @@ TEST_F(FormWidgets, SettingsGridRowsAndColumns)
 TEST_F(FormWidgets, VerticalLayoutTopToBottom)
 {
     QVBoxLayout* column = record.verticalLayout;
-    ASSERT_EQ(column->count(), 10);
+    ASSERT_EQ(column->count(), 11);
     EXPECT_EQ(column->itemAt(0)->widget(), record.widgetRobotSelect);
     EXPECT_EQ(column->itemAt(1)->layout(), record.gridLayout);
     EXPECT_EQ(column->itemAt(2)->widget(), record.btnMakeMap);
@@ -154,13 +155,14 @@ TEST_F(FormWidgets, VerticalLayoutTopToBottom)
     EXPECT_EQ(column->itemAt(5)->layout(), record.horizontalLayout);
     EXPECT_EQ(column->itemAt(7)->layout(), record.horizontalLayout_2);
     EXPECT_EQ(column->itemAt(8)->widget(), record.btnLinkTargets);
+    EXPECT_EQ(column->itemAt(9)->widget(), record.chkShortcut);
 
     QSpacerItem* gap = column->itemAt(6)->spacerItem();
     ASSERT_NE(gap, nullptr);
     EXPECT_EQ(gap->sizeHint(), QSize(20, 20));
     EXPECT_EQ(gap->sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
     EXPECT_EQ(gap->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    QSpacerItem* stretch = column->itemAt(9)->spacerItem();
+    QSpacerItem* stretch = column->itemAt(10)->spacerItem();
     ASSERT_NE(stretch, nullptr);
     EXPECT_EQ(stretch->sizeHint(), QSize(20, 9));
     EXPECT_EQ(stretch->sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
@@ -191,6 +193,7 @@ TEST(FormMetaObject, SlotsInRegistrationOrder)
         "on_spnEdgesStartEnd_valueChanged(int)",
         "on_btnShowSamples_clicked()",
         "on_btnAddNodes_clicked()",
+        "on_chkShortcut_clicked(bool)",
     };
     ASSERT_EQ(meta.methodCount() - meta.methodOffset(), int(std::size(expected)));
     for (int i = 0; i < int(std::size(expected)); ++i) {

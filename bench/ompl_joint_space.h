@@ -1,0 +1,118 @@
+#pragma once
+
+// OMPL given the simulated host's own joint-space checker, for the benchmarks
+// that run the planner beside OMPL: the robot's joint limits, the planner's L1
+// joint distance, the station's box test for configurations and its discrete
+// joint-move test for motions, each counted.
+#include "joint_oracle.h"
+#include "station.h"
+
+#include <ompl/base/MotionValidator.h>
+#include <ompl/base/SpaceInformation.h>
+#include <ompl/base/StateValidityChecker.h>
+#include <ompl/base/spaces/RealVectorStateSpace.h>
+
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace ompl_joint_space {
+
+namespace ob = ompl::base;
+
+// Joint space with the planner's L1 distance.
+class L1JointSpace : public ob::RealVectorStateSpace {
+public:
+    using RealVectorStateSpace::RealVectorStateSpace;
+    double distance(const ob::State* a, const ob::State* b) const override
+    {
+        const double* p = a->as<StateType>()->values;
+        const double* q = b->as<StateType>()->values;
+        double sum = 0.0;
+        for (unsigned i = 0; i < getDimension(); ++i)
+            sum += std::fabs(p[i] - q[i]);
+        return sum;
+    }
+};
+
+// The station's obstacles and step, and the tests asked of them.
+struct Checker {
+    std::vector<JointBox> boxes;
+    int joints = 0;
+    double step = 4.0;
+    mutable long configurations = 0;
+    mutable long motions = 0;
+};
+
+inline const double* valuesOf(const ob::State* state)
+{
+    return state->as<ob::RealVectorStateSpace::StateType>()->values;
+}
+
+class BoxValidity : public ob::StateValidityChecker {
+public:
+    BoxValidity(const ob::SpaceInformationPtr& si, const Checker& checker) : StateValidityChecker(si), c_(checker) {}
+    bool isValid(const ob::State* state) const override
+    {
+        ++c_.configurations;
+        return joint_oracle::boxesHolding(c_.boxes, valuesOf(state)) == 0;
+    }
+
+private:
+    const Checker& c_;
+};
+
+class JointMoveValidator : public ob::MotionValidator {
+public:
+    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker)
+    {
+    }
+    bool checkMotion(const ob::State* a, const ob::State* b) const override
+    {
+        ++c_.motions;
+        return joint_oracle::testJointMove(c_.boxes, c_.joints, valuesOf(a), valuesOf(b), c_.step) == 0;
+    }
+    bool checkMotion(const ob::State* a, const ob::State* b, std::pair<ob::State*, double>& lastValid) const override
+    {
+        const bool free = checkMotion(a, b);
+        if (!free) {
+            si_->copyState(lastValid.first, a);
+            lastValid.second = 0.0;
+        }
+        return free;
+    }
+
+private:
+    const Checker& c_;
+};
+
+// The checker of the station's first robot.
+inline Checker checkerOf(const Station& station)
+{
+    const SimItem& robot = *station.items(2).front();
+    Checker checker;
+    checker.boxes = robot.boxes;
+    checker.joints = robot.jointCount();
+    checker.step = station.pathStepDeg();
+    return checker;
+}
+
+// The robot's joint space with the checker, set up.
+inline ob::SpaceInformationPtr spaceFor(const Station& station, const Checker& checker)
+{
+    const SimItem& robot = *station.items(2).front();
+    auto space = std::make_shared<L1JointSpace>(checker.joints);
+    ob::RealVectorBounds bounds(checker.joints);
+    for (int i = 0; i < checker.joints; ++i) {
+        bounds.setLow(i, robot.lower[size_t(i)]);
+        bounds.setHigh(i, robot.upper[size_t(i)]);
+    }
+    space->setBounds(bounds);
+    auto si = std::make_shared<ob::SpaceInformation>(space);
+    si->setStateValidityChecker(std::make_shared<BoxValidity>(si, checker));
+    si->setMotionValidator(std::make_shared<JointMoveValidator>(si, checker));
+    si->setup();
+    return si;
+}
+
+}  // namespace ompl_joint_space

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "configuration.h"
+
+#include <vector>
+
+class HostItem;
+
+// One point of a route: its joints, and the sample of the map it is (0-based),
+// or NewPoint for a point the shortening put on a move.
+struct ViaPoint {
+    static constexpr int NewPoint = -2147483647 - 1;
+    Configuration joints{};
+    int sample = NewPoint;
+};
+
+// Shortens a route through the roadmap, which zig-zags from sample to sample,
+// before it is written as a program. Two steps, repeated while they gain:
+// via points are dropped where the points around them are joined by a free
+// straight move (from each point to the farthest later one that can be
+// reached), and pieces of the route are cut short between points inside its
+// moves, the likeliest gains first, as the path simplifiers of motion-planning
+// libraries do. Every new move is checked by the host's joint-move test, the
+// one the map is built with; the first and the last point stay. It draws no
+// random numbers: the same route and host give the same result.
+class RouteShortener {
+public:
+    RouteShortener(HostItem* robot, int jointCount);
+
+    std::vector<ViaPoint> shorten(std::vector<ViaPoint> route);
+
+    // Joint moves the host was asked about.
+    int movesChecked() const { return movesChecked_; }
+
+    // Summed joint travel (L1) of a route.
+    static double travel(const std::vector<ViaPoint>& route, int jointCount);
+
+private:
+    bool moveIsFree(const Configuration& from, const Configuration& to);
+    double distance(const Configuration& a, const Configuration& b) const;
+    // Drops via points that the farthest free straight move skips; true when any went.
+    bool dropViaPoints(std::vector<ViaPoint>& route);
+    // Cuts the route short once between two points inside its moves; true when it did.
+    bool cutOnce(std::vector<ViaPoint>& route);
+
+    HostItem* robot_;
+    int jointCount_;
+    int movesChecked_ = 0;
+    int budget_ = 0;
+};

@@ -1,0 +1,147 @@
+// Route shortening: shorter routes between the same ends, every new move
+// checked by the host and free, the same result every time, no random draws.
+#include "route_shortener.h"
+
+#include "fake_host.h"
+#include "host_access.h"
+#include "random_generator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+ViaPoint point(double a, double b, int sample)
+{
+    ViaPoint p;
+    p.joints[0] = a;
+    p.joints[1] = b;
+    p.sample = sample;
+    return p;
+}
+
+bool same(const Configuration& x, const Configuration& y)
+{
+    return x[0] == y[0] && x[1] == y[1];
+}
+
+class RouteShortenerTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        setRoadmapHost(&host);
+        robot = host.addRobot("Arm", {-200, -200}, {200, 200});
+        // A wall between x = -10 and 10, open above y = 50.
+        robot->boxes.push_back({{-10, -201}, {10, 50}});
+        host.params["PathStepCollisionDeg"] = "2.0";
+    }
+    void TearDown() override { setRoadmapHost(nullptr); }
+
+    // A roadmap route around the wall that zig-zags on its way.
+    std::vector<ViaPoint> zigzag() const
+    {
+        return {point(-100, 0, 4), point(-80, 40, 9),  point(-60, 20, 2), point(-30, 70, 11),
+                point(0, 60, 7),   point(30, 90, 3),   point(60, 55, 12), point(80, 30, 5),
+                point(100, 0, 8)};
+    }
+
+    bool moveIsFree(const ViaPoint& a, const ViaPoint& b) const
+    {
+        return !robot->moveCollides(a.joints.data(), b.joints.data(), 2.0);
+    }
+
+    FakeHost host;
+    FakeRobot* robot = nullptr;
+};
+
+}  // namespace
+
+TEST_F(RouteShortenerTest, ShorterBetweenTheSameEndsAndEveryMoveFree)
+{
+    const std::vector<ViaPoint> route = zigzag();
+    for (size_t i = 0; i + 1 < route.size(); ++i)
+        ASSERT_TRUE(moveIsFree(route[i], route[i + 1])) << "the route given is free";
+
+    RouteShortener shortener(robot, 2);
+    const std::vector<ViaPoint> shorter = shortener.shorten(route);
+
+    EXPECT_LT(RouteShortener::travel(shorter, 2), 0.85 * RouteShortener::travel(route, 2));
+    EXPECT_LT(shorter.size(), route.size());
+    ASSERT_GE(shorter.size(), 3u) << "the wall is still in the way of a straight move";
+    EXPECT_TRUE(same(shorter.front().joints, route.front().joints));
+    EXPECT_EQ(shorter.front().sample, 4);
+    EXPECT_TRUE(same(shorter.back().joints, route.back().joints));
+    EXPECT_EQ(shorter.back().sample, 8);
+    for (size_t i = 0; i + 1 < shorter.size(); ++i)
+        EXPECT_TRUE(moveIsFree(shorter[i], shorter[i + 1])) << "move " << i + 1;
+    EXPECT_EQ(shortener.movesChecked(), robot->jointMoveTests);
+}
+
+TEST_F(RouteShortenerTest, EveryNewMoveWasAskedOfTheHost)
+{
+    const std::vector<ViaPoint> route = zigzag();
+    const std::vector<ViaPoint> shorter = RouteShortener(robot, 2).shorten(route);
+    auto asked = [this](const ViaPoint& a, const ViaPoint& b) {
+        return std::any_of(robot->moves.begin(), robot->moves.end(), [&](const auto& move) {
+            return move.first[0] == a.joints[0] && move.first[1] == a.joints[1] && move.second[0] == b.joints[0] &&
+                   move.second[1] == b.joints[1];
+        });
+    };
+    auto original = [&route](const ViaPoint& a, const ViaPoint& b) {
+        for (size_t i = 0; i + 1 < route.size(); ++i)
+            if (same(route[i].joints, a.joints) && same(route[i + 1].joints, b.joints))
+                return true;
+        return false;
+    };
+    for (size_t i = 0; i + 1 < shorter.size(); ++i) {
+        if (!original(shorter[i], shorter[i + 1])) {
+            EXPECT_TRUE(asked(shorter[i], shorter[i + 1])) << "move " << i + 1;
+        }
+    }
+}
+
+TEST_F(RouteShortenerTest, PointsOnMovesAreNewAndSamplesKeepTheirNumbers)
+{
+    const std::vector<ViaPoint> route = zigzag();
+    for (const ViaPoint& p : RouteShortener(robot, 2).shorten(route)) {
+        if (p.sample == ViaPoint::NewPoint)
+            continue;
+        const bool found = std::any_of(route.begin(), route.end(), [&p](const ViaPoint& q) {
+            return q.sample == p.sample && same(q.joints, p.joints);
+        });
+        EXPECT_TRUE(found) << "sample " << p.sample;
+    }
+}
+
+TEST_F(RouteShortenerTest, TheSameRouteGivesTheSameResultAndNoRandomDraws)
+{
+    const uint64_t drawsBefore = processRandom().outputsDrawn();
+    const std::vector<ViaPoint> first = RouteShortener(robot, 2).shorten(zigzag());
+    const std::vector<ViaPoint> second = RouteShortener(robot, 2).shorten(zigzag());
+    EXPECT_EQ(processRandom().outputsDrawn(), drawsBefore);
+    ASSERT_EQ(first.size(), second.size());
+    for (size_t i = 0; i < first.size(); ++i) {
+        EXPECT_TRUE(first[i].joints == second[i].joints);
+        EXPECT_EQ(first[i].sample, second[i].sample);
+    }
+}
+
+TEST_F(RouteShortenerTest, TwoPointsAreLeftAloneWithoutAsking)
+{
+    const std::vector<ViaPoint> route = {point(-100, 0, 1), point(-50, 0, 2)};
+    RouteShortener shortener(robot, 2);
+    const std::vector<ViaPoint> same = shortener.shorten(route);
+    EXPECT_EQ(same.size(), 2u);
+    EXPECT_EQ(shortener.movesChecked(), 0);
+}
+
+TEST_F(RouteShortenerTest, AStraightLineFreeOfObstaclesBecomesOneMove)
+{
+    robot->boxes.clear();
+    const std::vector<ViaPoint> shorter = RouteShortener(robot, 2).shorten(zigzag());
+    ASSERT_EQ(shorter.size(), 2u);
+    EXPECT_EQ(shorter.front().sample, 4);
+    EXPECT_EQ(shorter.back().sample, 8);
+}

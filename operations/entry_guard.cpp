@@ -1,6 +1,6 @@
 #include "entry_guard.h"
 
-#include "operation_scope.h"
+#include "planner_session.h"
 #include "progress_reporter.h"
 #include "translate.h"
 
@@ -19,7 +19,7 @@ void reportEntryFailure(HostApi* host, const char* what)
 {
     qDebug().noquote().nospace() << "Entry point failed: " << (what ? what : "out of memory");
     // The operation that threw has unwound; its dialog must not stay open.
-    if (!OperationScope::anyRunning())
+    if (!PlannerSession::anyOperationRunning())
         progressReporter().finish();
     if (!host)
         return;

@@ -19,8 +19,6 @@ public:
 
     // False when another operation runs: then nothing may be done.
     bool started() const { return started_; }
-    // True while any operation of any session runs.
-    static bool anyRunning();
 
     PlannerSession& session() { return *session_; }
     RobotMap& map() { return session_->editMap(MapKey()); }

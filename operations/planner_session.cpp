@@ -1,6 +1,5 @@
 #include "planner_session.h"
 
-#include "operation_scope.h"
 #include "progress_reporter.h"
 #include "translate.h"
 
@@ -14,6 +13,9 @@
 #include <utility>
 
 namespace {
+// One operation at a time in the process: the progress dialog is one too.
+int running = 0;
+
 const char* const BusyText = QT_TRANSLATE_NOOP(
     "PluginAutoPRM", "The collision-free planner is busy with another operation. Wait for it to finish or cancel it.");
 }  // namespace
@@ -53,9 +55,9 @@ void PlannerSession::notifyChanged()
         callbacks_.changed();
 }
 
-bool PlannerSession::busy() const
+bool PlannerSession::anyOperationRunning()
 {
-    return OperationScope::anyRunning();
+    return running > 0;
 }
 
 void PlannerSession::forgetMap()
@@ -95,12 +97,14 @@ void PlannerSession::whenIdle(std::function<void()> action)
 
 void PlannerSession::operationStarted()
 {
+    ++running;
     if (operations_++ == 0)
         abandonment_ = Abandonment::None;
 }
 
 void PlannerSession::operationEnded()
 {
+    --running;
     if (--operations_ > 0)
         return;
     if (abandonment_ != Abandonment::None)

@@ -77,7 +77,8 @@ public:
 
     // True while an operation runs, of this session or of one the plug-in
     // let go of (an unload) that is still unwinding: one at a time in the process.
-    bool busy() const;
+    bool busy() const { return anyOperationRunning(); }
+    static bool anyOperationRunning();
     // Tells the user that nothing else may start now.
     void refuseWhileBusy(bool silent);
     // What a refused command answers.

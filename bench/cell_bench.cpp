@@ -31,8 +31,7 @@ struct Row {
 void print(const Row& row)
 {
     std::printf("| %-12s | %-23s | %8lld | %9lld | %10lld | %8.3f | %12.0f | %14.0f |\n", row.oracle, row.test,
-                row.count, row.colliding, row.points, row.seconds, row.count / row.seconds,
-                row.points / row.seconds);
+                row.count, row.colliding, row.points, row.seconds, row.count / row.seconds, row.points / row.seconds);
 }
 
 // The joint-space obstacles of the cell as a joint-space placeholder would give
@@ -95,7 +94,8 @@ int main(int argc, char** argv)
                 qUtf8Printable(arm->itemName()), joints, step);
     std::printf("| %-12s | %-23s | %8s | %9s | %10s | %8s | %12s | %14s |\n", "oracle", "test", "tests", "colliding",
                 "configs", "seconds", "tests/s", "configs/s");
-    std::printf("|--------------|-------------------------|----------|-----------|------------|----------|--------------|----------------|\n");
+    std::printf("|--------------|-------------------------|----------|-----------|------------|----------|-------------"
+                "-|----------------|\n");
 
     CellChecker checker(*station, arm);
     {

@@ -64,9 +64,9 @@ struct Figures {
 // link is two insertions and a search, as the planner's is.
 class BenchPRM : public og::PRM {
 public:
-    using PRM::PRM;
     using PRM::addMilestone;
     using PRM::constructSolution;
+    using PRM::PRM;
 };
 
 double msSince(std::chrono::steady_clock::time_point start)
@@ -162,8 +162,8 @@ Figures runZelvane(int sampleCount, const QDir& work)
     if (!file.open(QIODevice::WriteOnly) || file.write(scenarioFor(sampleCount)) < 0)
         return figures;
     file.close();
-    figures.peakKb = runHost({VORLIK_SIM_PATH, STATION_PATH, "--script", scenario, "--transcript", transcript, "--print"},
-                             printed);
+    figures.peakKb =
+        runHost({VORLIK_SIM_PATH, STATION_PATH, "--script", scenario, "--transcript", transcript, "--print"}, printed);
     if (figures.peakKb < 0)
         return figures;
 
@@ -211,8 +211,8 @@ Figures runOmplApart(const Station& station, int sampleCount)
             std::fprintf(stderr, "ompl_compare: OMPL failed: %s\n", e.what());
             _exit(1);
         }
-        const std::string line = std::to_string(f.mapMs) + " " + std::to_string(f.linkMs) + " " +
-                                 std::to_string(f.collisionTests) + " " + (f.ok ? "1" : "0");
+        const std::string line = std::to_string(f.mapMs) + " " + std::to_string(f.linkMs) + " "
+            + std::to_string(f.collisionTests) + " " + (f.ok ? "1" : "0");
         if (write(channel[1], line.data(), line.size()) < 0)
             _exit(1);
         _exit(0);
@@ -226,7 +226,8 @@ Figures runOmplApart(const Station& station, int sampleCount)
     wait4(child, &status, 0, &usage);
     Figures figures;
     int ok = 0;
-    if (length > 0 && std::sscanf(buffer, "%lf %lf %ld %d", &figures.mapMs, &figures.linkMs, &figures.collisionTests, &ok) == 4)
+    if (length > 0
+        && std::sscanf(buffer, "%lf %lf %ld %d", &figures.mapMs, &figures.linkMs, &figures.collisionTests, &ok) == 4)
         figures.ok = ok == 1;
     figures.peakKb = usage.ru_maxrss;
     return figures;
@@ -253,7 +254,12 @@ int main(int argc, char** argv)
 
     std::printf("Zelvane in vorlik-sim (dialog open, transcript written) beside OMPL %s PRM with the same\n"
                 "checker: 6 joints, 4 joint-space boxes, step %.1f deg, K = %d, then 5 links\n\n",
-                QString("%1.%2.%3").arg(OMPL_MAJOR_VERSION).arg(OMPL_MINOR_VERSION).arg(OMPL_PATCH_VERSION).toUtf8().constData(),
+                QString("%1.%2.%3")
+                    .arg(OMPL_MAJOR_VERSION)
+                    .arg(OMPL_MINOR_VERSION)
+                    .arg(OMPL_PATCH_VERSION)
+                    .toUtf8()
+                    .constData(),
                 station->pathStepDeg(), EdgesPerSample);
     std::printf("%6s | %9s %9s %6s | %9s %9s %6s | %9s %9s %6s | %9s %9s\n", "N", "map ms", "OMPL ms", "ratio",
                 "link ms", "OMPL ms", "ratio", "peak MB", "OMPL MB", "ratio", "tests", "OMPL");

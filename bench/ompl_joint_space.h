@@ -64,9 +64,7 @@ private:
 
 class JointMoveValidator : public ob::MotionValidator {
 public:
-    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker)
-    {
-    }
+    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker) {}
     bool checkMotion(const ob::State* a, const ob::State* b) const override
     {
         ++c_.motions;

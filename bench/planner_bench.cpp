@@ -179,10 +179,9 @@ int main(int argc, char** argv)
         if (now.edges != was.edges || now.hostTests != was.hostTests)
             std::printf("(the two maps differ: %d/%d edges, %d/%d tests)\n", now.edges, was.edges, now.hostTests,
                         was.hostTests);
-        std::printf("%8d %6d %8d | %10.1f %10.1f %7.1f | %10.3f %10.3f %7.1f | %10.3f %10.3f %8.1f\n", size,
-                    now.edges, now.hostTests, now.buildMs, was.buildMs, was.buildMs / now.buildMs, now.insertMs,
-                    was.insertMs, was.insertMs / now.insertMs, now.searchMs, was.searchMs,
-                    was.searchMs / now.searchMs);
+        std::printf("%8d %6d %8d | %10.1f %10.1f %7.1f | %10.3f %10.3f %7.1f | %10.3f %10.3f %8.1f\n", size, now.edges,
+                    now.hostTests, now.buildMs, was.buildMs, was.buildMs / now.buildMs, now.insertMs, was.insertMs,
+                    was.insertMs / now.insertMs, now.searchMs, was.searchMs, was.searchMs / now.searchMs);
     }
     std::printf("\n'was' is the original algorithm, 'ratio' how many times longer it takes.\n");
     return 0;

@@ -143,14 +143,14 @@ int main(int argc, char** argv)
     std::printf("Route shortening on the map of %d samples of the 6-joint joint-space station (K = 10), five\n"
                 "links; the planner's shortener beside OMPL %d.%d.%d's PathSimplifier with the same checker\n\n",
                 session->map().sampleCount(), OMPL_MAJOR_VERSION, OMPL_MINOR_VERSION, OMPL_PATCH_VERSION);
-    std::printf("%-7s %-34s %10s %7s %7s %8s %9s\n", "link", "route", "travel", "of plain", "points", "moves",
-                "ms");
+    std::printf("%-7s %-34s %10s %7s %7s %8s %9s\n", "link", "route", "travel", "of plain", "points", "moves", "ms");
     Result plainTotal, oursTotal, omplReduceTotal, omplMaxTotal;
     for (const auto& [from, to] : Links) {
         const SimItem* a = host.station().find(from, ItemType::Target);
         const SimItem* b = host.station().find(to, ItemType::Target);
         if (!Join_Joints(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
-            std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from), qUtf8Printable(to));
+            std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from),
+                         qUtf8Printable(to));
             return 1;
         }
         const std::vector<ViaPoint> plain = plainRoute(session->map());

@@ -1,3 +1,4 @@
+// Adding the selected targets, or the robot's position, to the map as nodes.
 #include "add_targets.h"
 
 #include "configuration.h"
@@ -49,7 +50,10 @@ bool roomForOneMore(PlannerSession& session, int jointCount)
 {
     if (mapCanBeKept(jointCount, session.map().sampleCount() + 1))
         return true;
-    session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "The map is as large as the station can keep: no target can be added."), false);
+    session.host()->showMessage(
+        QCoreApplication::translate("PluginAutoPRM",
+                                    "The map is as large as the station can keep: no target can be added."),
+        false);
     return false;
 }
 
@@ -74,7 +78,9 @@ void addTargets(OperationScope& operation, const QList<Item>& targets, int joint
             continue;
         const QString name = target->name();
         if (!allFinite(joints)) {
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Target %1 has joint values that are not numbers: it is not added.").arg(name),
+            host->showMessage(QCoreApplication::translate(
+                                  "PluginAutoPRM", "Target %1 has joint values that are not numbers: it is not added.")
+                                  .arg(name),
                               false);
             continue;
         }
@@ -82,7 +88,8 @@ void addTargets(OperationScope& operation, const QList<Item>& targets, int joint
             return;
         // One pass, so that a "%2" or the like inside the name is left as it is.
         progress.start(session.mainWindow(),
-                       QCoreApplication::translate("PluginAutoPRM", "Adding %1 (%2/%3)").arg(name, QString::number(i + 1), QString::number(total)));
+                       QCoreApplication::translate("PluginAutoPRM", "Adding %1 (%2/%3)")
+                           .arg(name, QString::number(i + 1), QString::number(total)));
         const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
         qDebug().noquote().nospace() << "Done adding first node";
         progress.finish();
@@ -90,13 +97,18 @@ void addTargets(OperationScope& operation, const QList<Item>& targets, int joint
             return;
         switch (outcome) {
         case Insertion::AlreadyPresent:
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Target ") + name + " (or a nearby target) has already been added.", false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Target ") + name
+                                  + " (or a nearby target) has already been added.",
+                              false);
             break;
         case Insertion::Connected:
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Successfully added target: ") + name, false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Successfully added target: ") + name,
+                              false);
             break;
         case Insertion::Isolated:
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to add target: ") + name + " (" + joints.toText(", ", 3) + ")", false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to add target: ") + name + " ("
+                                  + joints.toText(", ", 3) + ")",
+                              false);
             break;
         }
     }
@@ -109,7 +121,9 @@ bool addRobotPosition(OperationScope& operation, const JointVector& joints, cons
     PlannerSession& session = operation.session();
     HostApi* host = session.host();
     if (!allFinite(joints)) {
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "The robot's joint values are not numbers: its position is not added."), false);
+        host->showMessage(QCoreApplication::translate(
+                              "PluginAutoPRM", "The robot's joint values are not numbers: its position is not added."),
+                          false);
         return false;
     }
     if (!roomForOneMore(session, joints.count()))
@@ -123,14 +137,19 @@ bool addRobotPosition(OperationScope& operation, const JointVector& joints, cons
     bool added = true;
     switch (outcome) {
     case Insertion::AlreadyPresent:
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "This target (or a nearby target) has already been added."), false);
+        host->showMessage(
+            QCoreApplication::translate("PluginAutoPRM", "This target (or a nearby target) has already been added."),
+            false);
         break;
     case Insertion::Connected:
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Successfully added the current robot position"), false);
+        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Successfully added the current robot position"),
+                          false);
         break;
     case Insertion::Isolated:
         // The closing parenthesis without an opening one is the message as users know it.
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to add current robot position: ") + joints.toText(", ", 3) + ")", false);
+        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to add current robot position: ")
+                              + joints.toText(", ", 3) + ")",
+                          false);
         added = false;
         break;
     }

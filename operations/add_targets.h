@@ -1,3 +1,4 @@
+// Adding targets or the robot's position to the map.
 #pragma once
 
 class PlannerSession;

@@ -1,3 +1,4 @@
+// Computing the map of the chosen robot under the progress dialog, with the "Replace map" question.
 #include "calculate_map.h"
 
 #include "collision_check.h"
@@ -47,7 +48,10 @@ ScopedMatrix collectSeeds(PlannerSession& session, int jointCount)
             continue;
         if (!allFinite(joints)) {
             session.host()->showMessage(
-                QCoreApplication::translate("PluginAutoPRM", "Target %1 has joint values that are not numbers: it is not used.").arg(target->name()), false);
+                QCoreApplication::translate("PluginAutoPRM",
+                                            "Target %1 has joint values that are not numbers: it is not used.")
+                    .arg(target->name()),
+                false);
             continue;
         }
         joints.copyInto(column(seeds.get(), position));
@@ -67,23 +71,29 @@ bool canCompute(PlannerSession& session, HostItem* robot)
     for (int i = 0; i < jointCount; ++i) {
         if (!std::isfinite(lower[i]) || !std::isfinite(upper[i]) || !std::isfinite(upper[i] - lower[i])) {
             session.host()->showMessage(
-                QCoreApplication::translate("PluginAutoPRM", "The joint limits of robot %1 are not numbers a map can be sampled in.").arg(robot->name()),
+                QCoreApplication::translate("PluginAutoPRM",
+                                            "The joint limits of robot %1 are not numbers a map can be sampled in.")
+                    .arg(robot->name()),
                 true);
             return false;
         }
     }
     const int sampleCount = session.settings().samples;
     if (sampleCount < 1) {
-        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "A map needs at least 1 sample; the number of samples is %1.").arg(sampleCount),
-                                    true);
+        session.host()->showMessage(
+            QCoreApplication::translate("PluginAutoPRM", "A map needs at least 1 sample; the number of samples is %1.")
+                .arg(sampleCount),
+            true);
         return false;
     }
     if (!mapCanBeKept(jointCount, sampleCount)) {
-        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "A map of %1 samples is too large to be kept in the station. The largest map "
-                                           "of this robot has %2 samples.")
-                                        .arg(sampleCount)
-                                        .arg(largestKeepableSampleCount(jointCount)),
-                                    true);
+        session.host()->showMessage(
+            QCoreApplication::translate("PluginAutoPRM",
+                                        "A map of %1 samples is too large to be kept in the station. The largest map "
+                                        "of this robot has %2 samples.")
+                .arg(sampleCount)
+                .arg(largestKeepableSampleCount(jointCount)),
+            true);
         return false;
     }
     return true;
@@ -124,7 +134,8 @@ void computeMap(OperationScope& operation)
     const int keptRenderMode = host->renderMode();
     host->setRenderMode(1);
 
-    progressReporter().start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
+    progressReporter().start(session.mainWindow(),
+                             QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
     RobotMap& work = operation.workMap();
     buildRoadmap(robot, parameters, seeds.get(), work.samples(), work.graph());
     seeds.reset();

@@ -1,3 +1,4 @@
+// The map computation users start from the form, the menu and the "Calc" command.
 #pragma once
 
 class OperationScope;

@@ -1,3 +1,4 @@
+// What an entry point does with an exception: tell the user, close the operation.
 #include "entry_guard.h"
 
 #include "planner_session.h"

@@ -1,3 +1,4 @@
+// Entry points of the plug-in that no exception leaves.
 #pragma once
 
 #include <exception>
@@ -13,8 +14,7 @@ class HostApi;
 // the entry point gives its empty answer.
 void reportEntryFailure(HostApi* host, const char* what);
 
-template <typename Body, typename Result>
-Result guardedEntry(HostApi* host, Result failed, Body&& body)
+template <typename Body, typename Result> Result guardedEntry(HostApi* host, Result failed, Body&& body)
 {
     try {
         return std::forward<Body>(body)();
@@ -28,8 +28,7 @@ Result guardedEntry(HostApi* host, Result failed, Body&& body)
     return failed;
 }
 
-template <typename Body>
-void guardedEntry(HostApi* host, Body&& body)
+template <typename Body> void guardedEntry(HostApi* host, Body&& body)
 {
     guardedEntry(host, 0, [&body] {
         std::forward<Body>(body)();

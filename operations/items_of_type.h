@@ -1,3 +1,4 @@
+// Picking the items of one type out of a list of host items.
 #pragma once
 
 #include "vorlik/host_item.h"

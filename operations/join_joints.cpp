@@ -1,3 +1,4 @@
+// Linking two joint configurations through the map and writing the route as a program.
 #include "join_joints.h"
 
 #include "configuration.h"
@@ -44,13 +45,17 @@ bool canLink(PlannerSession& session, bool silent, const double* jnts1, const do
 {
     const int jointCount = rows(session.map().samples());
     if (!allFinite(jnts1, jointCount) || !allFinite(jnts2, jointCount)) {
-        session.host()->showMessage(QCoreApplication::translate("PluginAutoPRM", "The configurations to link hold joint values that are not numbers."),
-                                    !silent);
+        session.host()->showMessage(
+            QCoreApplication::translate("PluginAutoPRM",
+                                        "The configurations to link hold joint values that are not numbers."),
+            !silent);
         return false;
     }
     if (!mapCanBeKept(jointCount, session.map().sampleCount() + 2)) {
         session.host()->showMessage(
-            QCoreApplication::translate("PluginAutoPRM", "The map is as large as the station can keep: no configuration can be linked to it."), !silent);
+            QCoreApplication::translate(
+                "PluginAutoPRM", "The map is as large as the station can keep: no configuration can be linked to it."),
+            !silent);
         return false;
     }
     return true;
@@ -138,9 +143,10 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
     PlannerSession& session = operation.session();
     HostApi* host = session.host();
     ProgressReporter& progress = progressReporter();
-    const QString firstTargetUnreachable =
-        QCoreApplication::translate("PluginAutoPRM", "The robot is unable to reach the first target. Try to add more targets or increase the number "
-               "of samples and update the collision map.");
+    const QString firstTargetUnreachable = QCoreApplication::translate(
+        "PluginAutoPRM",
+        "The robot is unable to reach the first target. Try to add more targets or increase the number "
+        "of samples and update the collision map.");
     const PlannerParameters parameters = session.settings().parameters();
     int edgesMade = -1;
     int startIndex = -1;
@@ -169,8 +175,10 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
         return false;
     }
     if (edgesMade < 1) {
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "The robot is unable to reach the second target for program <strong>%1</strong>. "
-                                 "Try to increase the number of samples and update the collision map.")
+        host->showMessage(QCoreApplication::translate(
+                              "PluginAutoPRM",
+                              "The robot is unable to reach the second target for program <strong>%1</strong>. "
+                              "Try to increase the number of samples and update the collision map.")
                               .arg(progname),
                           !silent);
         return false;
@@ -185,11 +193,13 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
     shortestPath(map.graph(), endIndex, startIndex, &cost, map.route());
     if (cost >= NoPathCost) {
         qDebug().noquote().nospace() << "Not possible to link nodes " << startIndex << " and " << endIndex;
-        host->showMessage(QCoreApplication::translate("PluginAutoPRM", "It is not possible to connect the start and end targets for program "
-                                 "<strong>%1</strong>. Try to increase the number of samples and update the "
-                                 "collision map.")
-                              .arg(progname),
-                          !silent);
+        host->showMessage(
+            QCoreApplication::translate("PluginAutoPRM",
+                                        "It is not possible to connect the start and end targets for program "
+                                        "<strong>%1</strong>. Try to increase the number of samples and update the "
+                                        "collision map.")
+                .arg(progname),
+            !silent);
         return false;
     }
     return true;
@@ -228,8 +238,8 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {
         RouteShortener shortener(robot, rows(session.map().samples()));
         points = shortener.shorten(std::move(points));
-        qDebug().noquote().nospace() << "Route shortened: " << points.size() << " points, "
-                                     << shortener.movesChecked() << " moves checked";
+        qDebug().noquote().nospace() << "Route shortened: " << points.size() << " points, " << shortener.movesChecked()
+                                     << " moves checked";
     }
 
     const Abandonment abandonment = session.abandonment();

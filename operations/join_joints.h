@@ -1,3 +1,4 @@
+// Linking two joint configurations: the query the map exists for.
 #pragma once
 
 #include "vorlik/host_item.h"

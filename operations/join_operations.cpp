@@ -1,3 +1,4 @@
+// Linking the selected targets, or chaining the selected programs with links between them.
 #include "join_operations.h"
 
 #include "calculate_map.h"
@@ -128,7 +129,8 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
         if (previousStart.isValid() && previousEnd.isValid() && currentStart.isValid() && currentEnd.isValid()) {
             if (JointVector::distance(previousEnd, currentStart) > ProgramsMeetDistance) {
                 if (ok)
-                    ok = linkJoints(operation, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
+                    ok =
+                        linkJoints(operation, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
                 if (operation.abandoned())
                     return false;
                 calls << linkName;
@@ -136,10 +138,13 @@ bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& prog
             previous = current;
         } else {
             // The next program is linked from the last one that had moves.
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Program %1 does not contain any movements").arg(currentName), false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Program %1 does not contain any movements")
+                                  .arg(currentName),
+                              false);
         }
         if (!ok) {
-            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to create program: ") + linkName, false);
+            host->showMessage(QCoreApplication::translate("PluginAutoPRM", "Unable to create program: ") + linkName,
+                              false);
             return false;
         }
         calls << currentName;

@@ -1,3 +1,4 @@
+// The joins users start on their selection, from the menu, the form and the commands.
 #pragma once
 
 #include "vorlik/host_item.h"

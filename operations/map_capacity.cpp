@@ -1,3 +1,4 @@
+// The size of a stored map record, and the largest map a station can keep.
 #include "map_capacity.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// How large a map a station can keep.
 #pragma once
 
 #include <cstdint>

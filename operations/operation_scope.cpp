@@ -1,3 +1,4 @@
+// Opening and closing an operation on the session.
 #include "operation_scope.h"
 
 OperationScope::OperationScope(PlannerSession& session, bool silent) : session_(session.shared_from_this())

@@ -1,3 +1,4 @@
+// One operation at a time on the planner session.
 #pragma once
 
 #include "planner_session.h"

@@ -1,3 +1,4 @@
+// The planner session: settings, robot, map, and the running operation.
 #include "planner_session.h"
 
 #include "progress_reporter.h"
@@ -40,7 +41,8 @@ bool PlannerSession::requireRobot(bool silent)
 {
     if (robot_)
         return true;
-    host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "Invalid robot: add a robot or load a project"), !silent);
+    host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "Invalid robot: add a robot or load a project"),
+                       !silent);
     return false;
 }
 

@@ -1,3 +1,4 @@
+// The planner's state for one station.
 #pragma once
 
 #include "planner_settings.h"

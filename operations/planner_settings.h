@@ -1,3 +1,4 @@
+// The planner's settings and their defaults.
 #pragma once
 
 #include "planner_parameters.h"

@@ -1,3 +1,4 @@
+// The "Replace map" question after a cancelled computation.
 #pragma once
 
 class QWidget;

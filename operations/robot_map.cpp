@@ -1,3 +1,4 @@
+// A robot's map: emptying it, taking a computed one.
 #include "robot_map.h"
 
 RobotMap::RobotMap() : samples_(makeScopedMatrix()), route_(makeScopedMatrix()) {}

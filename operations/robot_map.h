@@ -1,3 +1,4 @@
+// A robot's map: samples, graph and route, and the robot it belongs to.
 #pragma once
 
 #include "roadmap_graph.h"

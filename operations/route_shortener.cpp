@@ -1,3 +1,4 @@
+// Shortening a route by dropped via points and cuts between points on its moves.
 #include "route_shortener.h"
 
 #include "edge_test.h"
@@ -106,7 +107,8 @@ bool RouteShortener::cutOnce(std::vector<ViaPoint>& route)
     std::vector<Shortcut> shortcuts;
     for (int s = 0; s < moves; ++s) {
         for (int u = 0; u < FractionCount - 1; ++u) {
-            const Configuration a = along(route[size_t(s)].joints, route[size_t(s) + 1].joints, Fractions[u], jointCount_);
+            const Configuration a =
+                along(route[size_t(s)].joints, route[size_t(s) + 1].joints, Fractions[u], jointCount_);
             const double at = before[size_t(s)] + Fractions[u] * length[size_t(s)];
             for (int t = s; t < moves; ++t) {
                 for (int v = t == s ? u + 1 : 1; v < FractionCount; ++v) {

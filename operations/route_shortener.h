@@ -1,3 +1,4 @@
+// Shortening routes before they are written as programs.
 #pragma once
 
 #include "configuration.h"

@@ -1,3 +1,4 @@
+// Program names made from item names: letters, digits and whitespace but the blank.
 #include "sanitize_name.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// Program names made from item names.
 #pragma once
 
 #include <QString>

@@ -1,3 +1,4 @@
+// Handing the map's samples to the robot to show.
 #include "show_samples.h"
 
 #include "planner_session.h"

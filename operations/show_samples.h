@@ -1,3 +1,4 @@
+// Showing the map's samples on the robot.
 #pragma once
 
 class PlannerSession;

@@ -114,8 +114,10 @@ bool MapStore::loadSettings()
     settings.newNodeEdges = newNodeEdges;
     if (stream.status() != QDataStream::Ok) {
         qDebug().noquote().nospace() << "Settings record cut short";
-        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The planner's settings stored in the station are damaged: the defaults are used."),
-                           false);
+        host_->showMessage(
+            QCoreApplication::translate(
+                "PluginAutoPRM", "The planner's settings stored in the station are damaged: the defaults are used."),
+            false);
         PlannerSettings defaults;
         defaults.shortenRoutes = session_.settings().shortenRoutes;  // from its own record
         session_.restoreSettings(defaults);
@@ -123,8 +125,10 @@ bool MapStore::loadSettings()
     }
     const QStringList reset = settingsOutOfRange(settings);
     if (!reset.isEmpty()) {
-        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "Some of the planner's settings stored in the station are out of range and were "
-                                  "set to their defaults: %1.")
+        host_->showMessage(QCoreApplication::translate(
+                               "PluginAutoPRM",
+                               "Some of the planner's settings stored in the station are out of range and were "
+                               "set to their defaults: %1.")
                                .arg(reset.join(QStringLiteral(", "))),
                            false);
     }
@@ -186,8 +190,10 @@ void MapStore::loadRobotMap()
     } else {
         // Not used, and not written over: the record stays until a new map is computed.
         qDebug().noquote().nospace() << "Stored map not loaded: " << problem;
-        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The map stored for robot %1 cannot be used (%2); it is kept in the station until "
-                                  "a new map is computed.")
+        host_->showMessage(QCoreApplication::translate(
+                               "PluginAutoPRM",
+                               "The map stored for robot %1 cannot be used (%2); it is kept in the station until "
+                               "a new map is computed.")
                                .arg(robot->name(), problem),
                            false);
     }
@@ -211,8 +217,10 @@ void MapStore::saveRobotMap()
     const QByteArray bytes = encodeRobotMap(map.samples(), map.graph(), map.route(), &problem);
     if (bytes.isNull()) {
         qDebug().noquote().nospace() << "Map not saved: " << problem;
-        host_->showMessage(QCoreApplication::translate("PluginAutoPRM", "The map of robot %1 cannot be saved in the station: %2").arg(robot->name(), problem),
-                           true);
+        host_->showMessage(
+            QCoreApplication::translate("PluginAutoPRM", "The map of robot %1 cannot be saved in the station: %2")
+                .arg(robot->name(), problem),
+            true);
         return;
     }
     host_->setDataParam(robotMapKey(robot->name()), bytes);

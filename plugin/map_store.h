@@ -1,3 +1,4 @@
+// Settings and maps in the station's data parameters.
 #pragma once
 
 #include <QString>

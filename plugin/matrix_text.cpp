@@ -1,3 +1,4 @@
+// The text form of a matrix or of the graph, as "Save" and "SaveMap" write it.
 #include "matrix_text.h"
 
 #include "roadmap_graph.h"

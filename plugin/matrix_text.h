@@ -1,3 +1,4 @@
+// The text form of a matrix or of the graph, for the "Save" commands.
 #pragma once
 
 class QTextStream;

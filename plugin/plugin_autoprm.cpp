@@ -28,8 +28,7 @@ QString pluginTitle;
 // Index in "menu-Utilities" before which the menu goes when that menu is full.
 constexpr int UtilitiesMenuLimit = 99;
 
-template <typename Object>
-void destroyLater(Object*& object)
+template <typename Object> void destroyLater(Object*& object)
 {
     if (object)
         object->deleteLater();
@@ -87,14 +86,19 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
         qDebug().noquote().nospace() << "Using settings: " << settings;
         qDebug().noquote().nospace() << "Setting up the status bar";
         if (statusBar)
-            statusBar->showMessage(QCoreApplication::translate("PluginAutoPRM", "Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
+            statusBar->showMessage(
+                QCoreApplication::translate("PluginAutoPRM", "Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
 
         initResources();
 
-        actionMap = new QAction(QIcon(MapIcon), QCoreApplication::translate("PluginAutoPRM", "Create collision-free map"), nullptr);
-        actionLinkSelection = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"), nullptr);
-        actionLinkTargets = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets"), nullptr);
-        actionLinkPrograms = new QAction(QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected programs"), nullptr);
+        actionMap = new QAction(QIcon(MapIcon),
+                                QCoreApplication::translate("PluginAutoPRM", "Create collision-free map"), nullptr);
+        actionLinkSelection = new QAction(
+            QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"), nullptr);
+        actionLinkTargets = new QAction(QIcon(LinkIcon),
+                                        QCoreApplication::translate("PluginAutoPRM", "Link selected targets"), nullptr);
+        actionLinkPrograms = new QAction(
+            QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected programs"), nullptr);
 
         // Queued: a long operation starts only after the menu click is fully handled.
         connect(actionMap, &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot, Qt::QueuedConnection);

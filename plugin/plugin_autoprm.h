@@ -1,3 +1,4 @@
+// The plug-in object the host loads.
 #pragma once
 
 #include "roadmap_matrix.h"

@@ -1,3 +1,4 @@
+// Writing and reading the robot map record, with every check a stored record must pass.
 #include "robot_map_record.h"
 
 #include "map_capacity.h"
@@ -131,7 +132,8 @@ bool readHead(RecordReader& reader, const char* what, MatrixHead* head, QString*
     }
     qDebug().noquote().nospace() << "Loading matrix of dimensions: " << dimensions;
     if (dimensions != 2) {
-        *problem = QStringLiteral("the %1 matrix has %2 dimensions instead of 2").arg(QLatin1String(what)).arg(dimensions);
+        *problem =
+            QStringLiteral("the %1 matrix has %2 dimensions instead of 2").arg(QLatin1String(what)).arg(dimensions);
         return false;
     }
     if (!reader.readInt32(&head->rows) || !reader.readInt32(&head->columns)) {
@@ -162,7 +164,8 @@ bool readDense(RecordReader& reader, const MatrixHead& head, const char* what, R
     for (int i = 0; i < count; ++i) {
         const double value = reader.readDouble();
         if (!std::isfinite(value)) {
-            *problem = QStringLiteral("the %1 matrix holds a value that is not a finite number").arg(QLatin1String(what));
+            *problem =
+                QStringLiteral("the %1 matrix holds a value that is not a finite number").arg(QLatin1String(what));
             return false;
         }
         matrix->values[i] = value;
@@ -191,7 +194,9 @@ bool readGraph(RecordReader& reader, const MatrixHead& head, RoadmapGraph* graph
         for (int row = 0; row < n; ++row) {
             const double value = reader.readDouble();
             if (!std::isfinite(value) || std::signbit(value)) {
-                *problem = QStringLiteral("the graph holds an entry that is not a length (%1, %2)").arg(row + 1).arg(column + 1);
+                *problem = QStringLiteral("the graph holds an entry that is not a length (%1, %2)")
+                               .arg(row + 1)
+                               .arg(column + 1);
                 return false;
             }
             if (row > column) {

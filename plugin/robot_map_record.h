@@ -1,8 +1,8 @@
+// The byte format of a robot's stored map.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
-
 
 class RoadmapGraph;
 struct RoadmapMatrix;

@@ -31,15 +31,19 @@ bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
         if (autoSelect)
             found = robots.first();
         else
-            found = hostApi->pickItem(QCoreApplication::translate("PluginAutoPRM", "Select a robot to calculate the automatic path map"), ItemType::Robot);
+            found = hostApi->pickItem(
+                QCoreApplication::translate("PluginAutoPRM", "Select a robot to calculate the automatic path map"),
+                ItemType::Robot);
     }
 
     if (found) {
         // A picked mechanism stands for the robot it drives.
         session.setRobot(found->getLink(ItemType::Robot));
-        hostApi->showMessage(QCoreApplication::translate("PluginAutoPRM", "Selected robot for PRM: ") + session.robotName(), false);
+        hostApi->showMessage(
+            QCoreApplication::translate("PluginAutoPRM", "Selected robot for PRM: ") + session.robotName(), false);
     } else {
-        hostApi->showMessage(QCoreApplication::translate("PluginAutoPRM", "Robot not available to calculate PRM"), false);
+        hostApi->showMessage(QCoreApplication::translate("PluginAutoPRM", "Robot not available to calculate PRM"),
+                             false);
     }
     loadRobotMap();
     return found != nullptr;

@@ -1,3 +1,4 @@
+// Inserting a configuration into the map as a node, joined to its nearest samples.
 #include "insert_node.h"
 
 #include "edge_test.h"
@@ -37,8 +38,10 @@ bool connectProgress(int candidate, int candidateTotal, int edges)
 {
     qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
     ProgressReporter& reporter = progressReporter();
-    reporter.setHeadline(
-        QCoreApplication::translate("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));
+    reporter.setHeadline(QCoreApplication::translate("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3")
+                             .arg(candidate)
+                             .arg(candidateTotal)
+                             .arg(edges));
     reporter.setDetail(QString());
     return reporter.update(static_cast<int>(candidate * 100LL / candidateTotal));
 }
@@ -59,9 +62,9 @@ bool triedLater(const Candidate& a, const Candidate& b)
 }
 }  // namespace
 
-void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples,
-                const RoadmapGraph* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
-                RoadmapGraph* graphOut, int* edgesMade, int* nodeIndex)
+void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
+                const PlannerParameters& parameters, RoadmapMatrix* samplesOut, RoadmapGraph* graphOut, int* edgesMade,
+                int* nodeIndex)
 {
     const int jointCount = rows(samples);
     const int sampleCount = columns(samples);
@@ -76,8 +79,8 @@ void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatri
     std::vector<Candidate> candidates(static_cast<size_t>(sampleCount));
     for (int j = 0; j < sampleCount; ++j)
         candidates[static_cast<size_t>(j)] = {j, jointDistance(configuration.data(), column(samples, j), jointCount)};
-    const Candidate nearest = *std::min_element(candidates.begin(), candidates.end(),
-                                                [](const Candidate& a, const Candidate& b) { return triedLater(b, a); });
+    const Candidate nearest = *std::min_element(
+        candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) { return triedLater(b, a); });
 
     if (samplesOut != samples)
         copyMatrix(samples, samplesOut);

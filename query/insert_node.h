@@ -1,3 +1,4 @@
+// Making a configuration a node of the map.
 #pragma once
 
 #include "configuration.h"
@@ -14,6 +15,6 @@ struct RoadmapMatrix;
 // the input map itself: the node is then appended in place, in time linear in
 // the samples and without copying the map. nodeIndex is 1-based (-1 for an
 // empty roadmap). A progress dialog must be open.
-void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples,
-                const RoadmapGraph* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
-                RoadmapGraph* graphOut, int* edgesMade, int* nodeIndex);
+void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
+                const PlannerParameters& parameters, RoadmapMatrix* samplesOut, RoadmapGraph* graphOut, int* edgesMade,
+                int* nodeIndex);

@@ -59,9 +59,9 @@ struct Later {
 class LabelledSearch {
 public:
     LabelledSearch(const RoadmapGraph& graph, int source)
-        : graph_(graph), source_(source), n_(graph.nodeCount()),
-          distance_(static_cast<size_t>(n_) + 1, NoPathCost), sequence_(static_cast<size_t>(n_) + 1, 0),
-          predecessor_(static_cast<size_t>(n_) + 1, 0), fixed_(static_cast<size_t>(n_) + 1, false)
+        : graph_(graph), source_(source), n_(graph.nodeCount()), distance_(static_cast<size_t>(n_) + 1, NoPathCost),
+          sequence_(static_cast<size_t>(n_) + 1, 0), predecessor_(static_cast<size_t>(n_) + 1, 0),
+          fixed_(static_cast<size_t>(n_) + 1, false)
     {
     }
 
@@ -107,8 +107,7 @@ private:
         return node;
     }
 
-    template <typename Visit>
-    void forEachEdge(int label, Visit visit) const
+    template <typename Visit> void forEachEdge(int label, Visit visit) const
     {
         for (const RoadmapGraph::Edge& edge : graph_.edgesOf(relabel(label) - 1))
             visit(relabel(edge.node + 1), edge.length);

@@ -1,3 +1,4 @@
+// The shortest chain of samples between two nodes of the map.
 #pragma once
 
 class RoadmapGraph;

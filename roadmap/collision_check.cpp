@@ -1,3 +1,4 @@
+// Joint limits, the host's collision test of a configuration, and the search for a free one.
 #include "collision_check.h"
 
 #include "host_access.h"
@@ -50,8 +51,7 @@ int readJointLimits(HostItem* robot, double lower[JointVector::MaxJoints], doubl
 int collisionCount(HostItem* robot, const double* configuration, int jointCount)
 {
     const JointVector joints(configuration, jointCount);
-    qDebug().noquote().nospace() << "Collision checking for: " << robot->name() << " "
-                                 << joints.toText(", ", 3);
+    qDebug().noquote().nospace() << "Collision checking for: " << robot->name() << " " << joints.toText(", ", 3);
     robot->setJoints(joints);
     HostApi* host = roadmapHost();
     host->update(RefreshAll);

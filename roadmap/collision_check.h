@@ -1,3 +1,4 @@
+// Collision-free configurations: seeds first, then random draws.
 #pragma once
 
 #include "configuration.h"

@@ -1,3 +1,4 @@
+// A robot configuration inside the planner.
 #pragma once
 
 #include "vorlik/joint_vector.h"

@@ -1,3 +1,4 @@
+// The edge list of the graph, row by row of its upper triangle.
 #include "edge_list.h"
 
 #include "roadmap_graph.h"

@@ -1,3 +1,4 @@
+// The edges of the graph as a 2 x K list, and their number.
 #pragma once
 
 #include "roadmap_matrix.h"

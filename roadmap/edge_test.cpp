@@ -1,3 +1,4 @@
+// The host's joint-move test of an edge, and the L1 joint distance.
 #include "edge_test.h"
 
 #include "vorlik/host_item.h"
@@ -7,7 +8,7 @@
 namespace {
 // Asks the host for its own "PathStepCollisionDeg".
 constexpr double HostDefaultStep = -1.0;
-}
+}  // namespace
 
 int edgeIsBlocked(HostItem* robot, const double* a, const double* b, int jointCount)
 {

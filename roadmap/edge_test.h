@@ -1,3 +1,4 @@
+// Whether the straight joint move of an edge is free, and its length.
 #pragma once
 
 class HostItem;

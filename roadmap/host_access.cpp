@@ -1,3 +1,4 @@
+// The host the roadmap core reaches without a plug-in object.
 #include "host_access.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// The host the roadmap core talks to.
 #pragma once
 
 class HostApi;

@@ -1,3 +1,4 @@
+// The growth rule of a matrix's storage.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +7,7 @@
 
 // Growth rule shared by RoadmapMatrix and IndexMatrix: capacity starts at 16,
 // doubles, and saturates at 0x7FFFFFFF; old elements are kept as a flat prefix.
-template <typename Matrix>
-int storageElementCount(const Matrix* matrix)
+template <typename Matrix> int storageElementCount(const Matrix* matrix)
 {
     int64_t count = 1;
     for (int i = 0; i < matrix->dimensionCount; ++i)
@@ -15,8 +15,7 @@ int storageElementCount(const Matrix* matrix)
     return static_cast<int>(count);
 }
 
-template <typename Matrix>
-void growStorage(Matrix* matrix, int oldElementCount)
+template <typename Matrix> void growStorage(Matrix* matrix, int oldElementCount)
 {
     using Element = std::remove_pointer_t<decltype(matrix->values)>;
     const int needed = storageElementCount(matrix);
@@ -39,8 +38,7 @@ void growStorage(Matrix* matrix, int oldElementCount)
     matrix->ownsValues = true;
 }
 
-template <typename Matrix>
-void resizeStorage(Matrix* matrix, int rows, int columns)
+template <typename Matrix> void resizeStorage(Matrix* matrix, int rows, int columns)
 {
     const int old = storageElementCount(matrix);
     matrix->extents[0] = rows;
@@ -48,8 +46,7 @@ void resizeStorage(Matrix* matrix, int rows, int columns)
     growStorage(matrix, old);
 }
 
-template <typename Matrix>
-void releaseStorage(Matrix** handle)
+template <typename Matrix> void releaseStorage(Matrix** handle)
 {
     if (!handle || !*handle)
         return;
@@ -61,8 +58,7 @@ void releaseStorage(Matrix** handle)
     *handle = nullptr;
 }
 
-template <typename Matrix>
-Matrix* newStorage(int dimensionCount)
+template <typename Matrix> Matrix* newStorage(int dimensionCount)
 {
     auto* matrix = new Matrix;
     matrix->dimensionCount = dimensionCount;

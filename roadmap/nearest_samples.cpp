@@ -1,3 +1,4 @@
+// The nearest older samples of a new one, in one pass with a bounded heap.
 #include "nearest_samples.h"
 
 #include "edge_test.h"

@@ -1,3 +1,4 @@
+// Which older samples a new sample is tried against.
 #pragma once
 
 #include <vector>

@@ -1,3 +1,4 @@
+// The settings as construction and node insertion read them.
 #pragma once
 
 #include <array>

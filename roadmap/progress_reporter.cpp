@@ -1,3 +1,4 @@
+// The modal progress dialog of long operations, and how often it is brought up to date.
 #include "progress_reporter.h"
 
 #include "translate.h"
@@ -11,12 +12,12 @@
 namespace {
 const char* const AttemptText =
     QT_TRANSLATE_NOOP("PluginAutoPRM", "Looking for a collision-free robot position (attempt %1)");
-const char* const StuckWarning = QT_TRANSLATE_NOOP(
-    "PluginAutoPRM",
-    "<strong>Warning: You may need to cancel this operation and change your settings</strong><br>"
-    "It looks like the robot unable to find a collision-free position.<br>"
-    "Check that robot joint limits are valid and properly define the collision map in "
-    "<i>Tools-Collision Map</i>.");
+const char* const StuckWarning =
+    QT_TRANSLATE_NOOP("PluginAutoPRM",
+                      "<strong>Warning: You may need to cancel this operation and change your settings</strong><br>"
+                      "It looks like the robot unable to find a collision-free position.<br>"
+                      "Check that robot joint limits are valid and properly define the collision map in "
+                      "<i>Tools-Collision Map</i>.");
 // The warning appears from this attempt of one search on.
 constexpr int FirstWarnedAttempt = 101;
 

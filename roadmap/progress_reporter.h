@@ -1,3 +1,4 @@
+// The one progress dialog of the process.
 #pragma once
 
 #include <QElapsedTimer>

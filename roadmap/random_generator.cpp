@@ -1,3 +1,4 @@
+// The MT19937 generator and the uniform draws of the sampler.
 #include "random_generator.h"
 
 #include "roadmap_matrix.h"

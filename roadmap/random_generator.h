@@ -1,3 +1,4 @@
+// The process-wide random generator.
 #pragma once
 
 #include <cstdint>

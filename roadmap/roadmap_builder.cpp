@@ -1,3 +1,4 @@
+// Building the map: free samples, each joined to its nearest older ones.
 #include "roadmap_builder.h"
 
 #include "collision_check.h"
@@ -36,7 +37,10 @@ bool prmProgress(int samplesDone, int sampleTotal, double edgeCount)
     qDebug().nospace() << "Calculating PRM " << samplesDone << " / " << sampleTotal << " - Edges: " << edges;
     ProgressReporter& reporter = progressReporter();
     reporter.setHeadline(
-        QCoreApplication::translate("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3").arg(samplesDone).arg(sampleTotal).arg(edges));
+        QCoreApplication::translate("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3")
+            .arg(samplesDone)
+            .arg(sampleTotal)
+            .arg(edges));
     reporter.setDetail(QString());
     return reporter.update(static_cast<int>(samplesDone * 100LL / sampleTotal));
 }

@@ -1,3 +1,4 @@
+// Building the roadmap of a robot.
 #pragma once
 
 #include "planner_parameters.h"

@@ -1,3 +1,4 @@
+// The roadmap graph's adjacency lists.
 #include "roadmap_graph.h"
 
 #include <algorithm>
@@ -22,7 +23,8 @@ void RoadmapGraph::resize(int nodeCount)
     if (count < this->nodeCount()) {
         for (int node = 0; node < count; ++node) {
             std::vector<Edge>& edges = adjacency_[static_cast<size_t>(node)];
-            const auto kept = std::remove_if(edges.begin(), edges.end(), [count](const Edge& e) { return e.node >= count; });
+            const auto kept =
+                std::remove_if(edges.begin(), edges.end(), [count](const Edge& e) { return e.node >= count; });
             edges.erase(kept, edges.end());
         }
         int remaining = 0;

@@ -1,3 +1,4 @@
+// The roadmap graph in its working, sparse form.
 #pragma once
 
 #include <cstddef>

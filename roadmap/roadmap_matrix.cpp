@@ -1,3 +1,4 @@
+// The operations on RoadmapMatrix.
 #include "roadmap_matrix.h"
 
 #include "matrix_storage.h"

@@ -1,3 +1,4 @@
+// Translating the planner's texts kept in constants.
 #pragma once
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// Putting a widget into a dock of the host's main window.
 #include "dock.h"
 
 #include <QDebug>
@@ -5,8 +6,7 @@
 #include <QMainWindow>
 
 QDockWidget* createDock(QMainWindow* mainWindow, QWidget* widget, const QString& title,
-                        Qt::DockWidgetAreas allowedAreas, Qt::DockWidgetArea area, bool closable,
-                        bool deleteOnClose)
+                        Qt::DockWidgetAreas allowedAreas, Qt::DockWidgetArea area, bool closable, bool deleteOnClose)
 {
     auto* dock = new QDockWidget(title, mainWindow, Qt::WindowFlags());
     dock->setObjectName(title);

@@ -1,3 +1,4 @@
+// The control form: its widgets, its refresh from the session, and its slots.
 #include "form_prm.h"
 
 #include "add_targets.h"
@@ -44,8 +45,7 @@ void setQuietly(QObject* editor, const std::function<void()>& set)
     set();
 }
 
-template <typename Widget>
-Widget* makeWidget(QWidget* parent, const char* name)
+template <typename Widget> Widget* makeWidget(QWidget* parent, const char* name)
 {
     auto* widget = new Widget(parent);
     widget->setObjectName(QLatin1String(name));
@@ -177,7 +177,9 @@ void FormPRM::UpdateForm()
     const RobotMap& map = session_->map();
     const int sampleCount = map.sampleCount();
     if (sampleCount != 0)
-        ui->lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "%1 samples and %2 edges").arg(sampleCount).arg(map.edgeCount()));
+        ui->lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "%1 samples and %2 edges")
+                                 .arg(sampleCount)
+                                 .arg(map.edgeCount()));
     else
         ui->lblInfo->setText(QCoreApplication::translate("PluginAutoPRM", "No samples. Select Update Map"));
 

@@ -1,3 +1,4 @@
+// The planner's control form.
 #pragma once
 
 #include <QWidget>

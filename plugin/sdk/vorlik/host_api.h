@@ -1,3 +1,4 @@
+// The host's programming interface, as the plug-in calls it.
 #pragma once
 
 #include "vorlik/host_item.h"

@@ -1,3 +1,4 @@
+// A handle to one item of the host's station, as the plug-in calls it.
 #pragma once
 
 #include "vorlik/host_pose.h"
@@ -26,8 +27,7 @@ public:
     virtual HostItem* getLink(int itemType) = 0;
     virtual void setJoints(const JointVector& joints) = 0;
     virtual void jointLimits(JointVector& lower, JointVector& upper) = 0;
-    virtual HostPose& solveFK(HostPose& out, const JointVector& joints, const HostPose& tool,
-                              HostItem* reference) = 0;
+    virtual HostPose& solveFK(HostPose& out, const JointVector& joints, const HostPose& tool, HostItem* reference) = 0;
     virtual void addJointMove(HostItem* target) = 0;
     virtual int testJointMove(const JointVector& from, const JointVector& to, double stepDeg) = 0;
     virtual void showJointSequence(const RoadmapMatrix* configurations) = 0;

@@ -1,3 +1,4 @@
+// The host's pose value.
 #pragma once
 
 #include <QMatrix4x4>

@@ -1,3 +1,4 @@
+// The plug-in interface of the Vorlik host and its event codes.
 #pragma once
 
 #include "vorlik/host_api.h"
@@ -26,28 +27,39 @@ class IAppVorlik {
 public:
     virtual ~IAppVorlik() {}
     virtual QString pluginName() = 0;
-    virtual QString pluginLoad(QMainWindow* mainWindow, QMenuBar* menuBar, QStatusBar* statusBar,
-                               HostApi* hostApi, const QString& settings)
+    virtual QString pluginLoad(QMainWindow* mainWindow, QMenuBar* menuBar, QStatusBar* statusBar, HostApi* hostApi,
+                               const QString& settings)
     {
-        (void)mainWindow; (void)menuBar; (void)statusBar; (void)hostApi; (void)settings;
+        (void)mainWindow;
+        (void)menuBar;
+        (void)statusBar;
+        (void)hostApi;
+        (void)settings;
         return QString();
     }
     virtual void pluginUnload() {}
     virtual void pluginLoadToolbar(QMainWindow* mainWindow, int iconSize)
     {
-        (void)mainWindow; (void)iconSize;
+        (void)mainWindow;
+        (void)iconSize;
     }
     // Reserved for hosts that need it; plug-ins may ignore it.
-    virtual bool pluginOptionalHook(void* argument) { (void)argument; return false; }
+    virtual bool pluginOptionalHook(void* argument)
+    {
+        (void)argument;
+        return false;
+    }
     virtual QString pluginCommand(const QString& command, const QString& value)
     {
-        (void)command; (void)value;
+        (void)command;
+        (void)value;
         return QString();
     }
     virtual void pluginEvent(int eventCode) { (void)eventCode; }
     virtual bool pluginItemContextMenu(const QList<Item>& items, QMenu* menu)
     {
-        (void)items; (void)menu;
+        (void)items;
+        (void)menu;
         return false;
     }
 };

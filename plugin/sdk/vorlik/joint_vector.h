@@ -1,3 +1,4 @@
+// One robot configuration as the host and the plug-in exchange it.
 #pragma once
 
 #include <QString>

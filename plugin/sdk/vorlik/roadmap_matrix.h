@@ -1,3 +1,4 @@
+// The matrix the plug-in hands the host to show configurations.
 #pragma once
 
 #include <cstdint>

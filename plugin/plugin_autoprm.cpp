@@ -256,6 +256,7 @@ void PluginAutoPRM::stationOpened()
         if (!session_ || session_ != weak.lock())
             return;
         clearMapAndSettings();
+        session_->forgetMap();  // an empty map too: whose it was belongs to the old station
         loadSettings();
     });
 }

@@ -1,153 +1,236 @@
 #include "cell_checker.h"
 
-#include "cell_placement.h"
 #include "station.h"
 
-#include <fcl/narrowphase/collision.h>
-
 #include <chrono>
-#include <deque>
 
 namespace {
 
-const fcl::CollisionRequestd& request()
+using Clock = std::chrono::steady_clock;
+
+double since(Clock::time_point start)
 {
-    static const fcl::CollisionRequestd shared = [] {
-        fcl::CollisionRequestd r(1, false);
-        // FCL's own GJK is faster than libccd's on these few convex primitives.
-        r.gjk_solver_type = fcl::GST_INDEP;
-        return r;
-    }();
-    return shared;
+    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 }  // namespace
 
-CellChecker::CellChecker(const Station& station, const SimItem* robot) : station_(station)
+CellChecker::CellChecker(const Station& station, const SimItem* robot) : CellChecker(station, robot, Options())
 {
-    if (!robot || !robot->arm)
+}
+
+CellChecker::CellChecker(const Station& station, const SimItem* robot, Options options)
+    : station_(station), view_(station, robot), options_(options)
+{
+    if (!view_.active())
         return;
-    arm_ = robot->arm.get();
-    base_ = cell_placement::absolutePose(robot);
-    for (const SimItem* item : station.items(ObjectType)) {
-        if (!item->object)
-            continue;
-        objects_.push_back(item->object.get());
-        objectCentres_.push_back(item->object->world * item->object->solid.boundCentre);
+    objectCount_ = static_cast<int>(view_.objects().size());
+    const int bodies = static_cast<int>(view_.bodies().size());
+    // Until the hits say otherwise, the links farthest out first: the tool
+    // and the wrist meet the cell most often. The base's pairs with the
+    // objects never change and are not among them.
+    for (int body = bodies - 1; body >= view_.firstMovingBody(); --body) {
+        for (int object = 0; object < objectCount_; ++object)
+            pairs_.push_back(Pair{body, object, false});
     }
-    point_.resize(arm_->joints.size());
-}
-
-void CellChecker::place(const double* q)
-{
-    arm_->linkFrames(base_, q, frames_);
-    placed_.clear();
-    for (const LinkSolid& linkSolid : arm_->solids) {
-        Placed placed;
-        placed.link = linkSolid.link;
-        placed.solid = &linkSolid.solid;
-        placed.world = frames_[static_cast<size_t>(linkSolid.link)] * linkSolid.solid.local;
-        placed.centre = placed.world * linkSolid.solid.boundCentre;
-        placed_.push_back(placed);
-    }
-}
-
-bool CellChecker::touch(const Placed& a, const Solid& bSolid, const Eigen::Isometry3d& bWorld,
-                        const Eigen::Vector3d& bCentre)
-{
-    // Bounding spheres first: most pairs are far apart.
-    const double reach = a.solid->boundRadius + bSolid.boundRadius;
-    if ((a.centre - bCentre).squaredNorm() > reach * reach)
-        return false;
-    fcl::CollisionResultd result;
-    return fcl::collide(a.solid->geometry.get(), a.world, bSolid.geometry.get(), bWorld, request(), result) > 0;
-}
-
-bool CellChecker::linkPairTouches(int linkA, int linkB) const
-{
-    for (const Placed& a : placed_) {
-        if (a.link != linkA)
-            continue;
-        for (const Placed& b : placed_) {
-            if (b.link == linkB && touch(a, *b.solid, b.world, b.centre))
-                return true;
-        }
-    }
-    return false;
-}
-
-int CellChecker::countPairs(bool withObjects, bool withSelf, bool firstOnly)
-{
-    int count = 0;
-    if (withObjects) {
-        for (size_t o = 0; o < objects_.size(); ++o) {
-            int lastLink = -1;
-            for (const Placed& placed : placed_) {
-                // One count per (link, object): skip the link's other solids once it touched.
-                if (placed.link == lastLink)
-                    continue;
-                if (touch(placed, objects_[o]->solid, objects_[o]->world, objectCentres_[o])) {
-                    lastLink = placed.link;
-                    if (++count && firstOnly)
-                        return count;
-                }
-            }
-        }
-    }
-    if (withSelf) {
-        for (const auto& pair : arm_->selfPairs) {
-            if (linkPairTouches(pair.first, pair.second) && ++count && firstOnly)
-                return count;
-        }
-    }
-    return count;
+    for (const auto& [first, second] : view_.selfPairs())
+        pairs_.push_back(Pair{first, second, true});
+    for (size_t pair = 0; pair < pairs_.size(); ++pair)
+        order_.push_back(static_cast<int>(pair));
+    hits_.assign(pairs_.size(), 0);
+    frames_.assign(size_t(view_.jointCount() + 2), Eigen::Isometry3d::Identity());
+    bodyCentres_.resize(size_t(bodies));
+    reached_.assign(size_t(bodies * objectCount_), 0);
+    const size_t solids = view_.arm().solids.size();
+    centres_.resize(solids);
+    centredAt_.assign(solids, 0);
+    placed_.resize(solids);
+    placedAt_.assign(solids, 0);
+    found_.resize(size_t(objectCount_));
+    point_.resize(size_t(view_.jointCount()));
 }
 
 int CellChecker::collidingPairs(const double* q, bool firstOnly)
 {
     if (!active())
         return 0;
-    const auto start = std::chrono::steady_clock::now();
-    place(q);
-    const int count = countPairs(true, true, firstOnly);
+    const auto start = Clock::now();
+    const int count = check(q, true, true, firstOnly);
     station_.cellStats.configurations += 1;
-    station_.cellStats.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    station_.cellStats.seconds += since(start);
     return count;
 }
 
 int CellChecker::selfPairs(const double* q)
 {
-    if (!active())
-        return 0;
-    place(q);
-    return countPairs(false, true, false);
+    return active() ? check(q, false, true, false) : 0;
 }
 
 int CellChecker::testMove(const double* a, const double* b, int n)
 {
     if (!active())
         return 0;
-    const size_t count = arm_->joints.size();
+    const auto start = Clock::now();
+    const size_t count = point_.size();
+    long long checked = 0;
     auto collidesAt = [&](int k) {
         for (size_t i = 0; i < count; ++i)
             point_[i] = a[i] + (b[i] - a[i]) * k / n;
-        return collidingPairs(point_.data(), true) > 0;
+        ++checked;
+        return check(point_.data(), true, true, true) > 0;
     };
-    if (collidesAt(0) || collidesAt(n))
-        return 1;
+    int answer = collidesAt(0) || collidesAt(n) ? 1 : 0;
     // Halve the intervals level by level, so that a wall in the middle of the
     // move is met after a handful of checks.
-    std::deque<std::pair<int, int>> intervals{{0, n}};
-    while (!intervals.empty()) {
-        const auto [low, high] = intervals.front();
-        intervals.pop_front();
+    intervals_.clear();
+    intervals_.emplace_back(0, n);
+    for (size_t next = 0; !answer && next < intervals_.size(); ++next) {
+        const auto [low, high] = intervals_[next];
         if (high - low < 2)
             continue;
         const int middle = low + (high - low) / 2;
         if (collidesAt(middle))
-            return 1;
-        intervals.emplace_back(low, middle);
-        intervals.emplace_back(middle, high);
+            answer = 1;
+        intervals_.emplace_back(low, middle);
+        intervals_.emplace_back(middle, high);
     }
-    return 0;
+    station_.cellStats.configurations += checked;
+    station_.cellStats.seconds += since(start);
+    return answer;
+}
+
+int CellChecker::check(const double* q, bool withObjects, bool withSelf, bool firstOnly)
+{
+    ++stamp_;
+    ++stages_.configurations;
+    place(q);
+    int count = withObjects ? view_.baseObjectHits() : 0;
+    if (count > 0 && firstOnly)
+        return count;
+    if (withObjects && options_.culling)
+        broadPhase();
+    for (size_t at = 0; at < order_.size(); ++at) {
+        const Pair& pair = pairs_[size_t(order_[at])];
+        if (!(pair.self ? withSelf : withObjects))
+            continue;
+        ++stages_.pairs;
+        if (options_.culling && !(pair.self ? bodiesMeet(pair.body, pair.other)
+                                            : reached_[size_t(pair.body * objectCount_ + pair.other)] == stamp_)) {
+            ++stages_.pairsCulled;
+            continue;
+        }
+        if (!(pair.self ? selfPairTouches(pair.body, pair.other) : objectPairTouches(pair.body, pair.other)))
+            continue;
+        ++count;
+        ++hits_[size_t(order_[at])];
+        promote(at);
+        if (firstOnly)
+            break;
+    }
+    return count;
+}
+
+void CellChecker::place(const double* q)
+{
+    const auto start = stages_.timed ? Clock::now() : Clock::time_point();
+    view_.kinematics().frames(view_.base(), q, view_.lastLink(), frames_.data());
+    const std::vector<CellBody>& bodies = view_.bodies();
+    for (size_t body = 0; body < bodies.size(); ++body)
+        bodyCentres_[body] = ArmKinematics::apply(frames_[size_t(bodies[body].link)], bodies[body].boundCentre);
+    if (stages_.timed)
+        stages_.placeSeconds += since(start);
+}
+
+const Eigen::Vector3d& CellChecker::solidCentre(int index)
+{
+    const size_t at = size_t(index);
+    if (centredAt_[at] != stamp_) {
+        const LinkSolid& solid = view_.arm().solids[at];
+        centres_[at] = ArmKinematics::apply(frames_[size_t(solid.link)], solid.solid.local.translation());
+        centredAt_[at] = stamp_;
+    }
+    return centres_[at];
+}
+
+const PlacedSolid& CellChecker::solidAt(int index)
+{
+    const size_t at = size_t(index);
+    if (placedAt_[at] != stamp_) {
+        const LinkSolid& solid = view_.arm().solids[at];
+        placed_[at].solid = &solid.solid;
+        ArmKinematics::compose(frames_[size_t(solid.link)], solid.solid.local, placed_[at].world);
+        placedAt_[at] = stamp_;
+    }
+    return placed_[at];
+}
+
+void CellChecker::broadPhase()
+{
+    const std::vector<CellBody>& bodies = view_.bodies();
+    for (int body = view_.firstMovingBody(); body < static_cast<int>(bodies.size()); ++body) {
+        const int found =
+            view_.objectTree().reachedBy(bodyCentres_[size_t(body)], bodies[size_t(body)].boundRadius, found_.data());
+        for (int i = 0; i < found; ++i)
+            reached_[size_t(body * objectCount_ + found_[size_t(i)])] = stamp_;
+    }
+}
+
+bool CellChecker::objectPairTouches(int body, int object)
+{
+    const CellBody& link = view_.bodies()[size_t(body)];
+    const PlacedSolid& other = view_.objects()[size_t(object)];
+    for (int s = link.firstSolid; s < link.firstSolid + link.solidCount; ++s) {
+        ++stages_.solidPairs;
+        if (options_.culling &&
+            !cell_narrow_phase::ballTouches(solidCentre(s), view_.arm().solids[size_t(s)].solid.boundRadius, other)) {
+            ++stages_.solidsCulled;
+            continue;
+        }
+        if (narrowTouch(solidAt(s), other))
+            return true;
+    }
+    return false;
+}
+
+bool CellChecker::selfPairTouches(int first, int second)
+{
+    const CellBody& a = view_.bodies()[size_t(first)];
+    const CellBody& b = view_.bodies()[size_t(second)];
+    auto apart = [](const Eigen::Vector3d& p, double r, const Eigen::Vector3d& q, double s) {
+        return (p - q).squaredNorm() > (r + s) * (r + s);
+    };
+    const std::vector<LinkSolid>& solids = view_.arm().solids;
+    for (int i = a.firstSolid; i < a.firstSolid + a.solidCount; ++i) {
+        for (int j = b.firstSolid; j < b.firstSolid + b.solidCount; ++j) {
+            ++stages_.solidPairs;
+            if (options_.culling && apart(solidCentre(i), solids[size_t(i)].solid.boundRadius, solidCentre(j),
+                                          solids[size_t(j)].solid.boundRadius)) {
+                ++stages_.solidsCulled;
+                continue;
+            }
+            if (narrowTouch(solidAt(i), solidAt(j)))
+                return true;
+        }
+    }
+    return false;
+}
+
+bool CellChecker::narrowTouch(const PlacedSolid& a, const PlacedSolid& b)
+{
+    if (!stages_.timed)
+        return cell_narrow_phase::touch(a, b, &stages_.narrow);
+    const auto start = Clock::now();
+    const bool touching = cell_narrow_phase::touch(a, b, &stages_.narrow);
+    stages_.narrowSeconds += since(start);
+    return touching;
+}
+
+void CellChecker::promote(size_t at)
+{
+    const int pair = order_[at];
+    while (at > 0 && hits_[size_t(order_[at - 1])] < hits_[size_t(pair)]) {
+        order_[at] = order_[at - 1];
+        --at;
+    }
+    order_[at] = pair;
 }

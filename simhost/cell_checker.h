@@ -1,7 +1,10 @@
 #pragma once
 
-#include "cell_model.h"
+#include "cell_stage_stats.h"
+#include "cell_view.h"
 
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 class SimItem;
@@ -9,13 +12,23 @@ class Station;
 
 // Checks one robot of a station in 3D: the solids of its links and tool
 // against the station's objects, and against each other for links that are
-// not neighbours. Gathers the objects once; build one per check or move.
+// not neighbours. Works on a view built once; the station keeps one checker
+// per robot and builds a new one when its geometry changes.
+//
+// A check places the links, lets the broad phase and the bounding spheres
+// rule out the pairs that are far apart, and runs the exact narrow test on
+// the rest, the pairs that hit most often first.
 class CellChecker {
 public:
+    struct Options {
+        bool culling = true;  // false: every pair goes to the narrow test
+    };
+
     CellChecker(const Station& station, const SimItem* robot);
+    CellChecker(const Station& station, const SimItem* robot, Options options);
 
     // True when the robot has solids to check.
-    bool active() const { return arm_ && !arm_->solids.empty(); }
+    bool active() const { return view_.active(); }
 
     // Colliding pairs at joints q: (link, object) and (link, link), each pair
     // counted once whatever the number of its solids that touch. With
@@ -28,26 +41,56 @@ public:
     // the ends first, then midpoints coarse to fine, stopping at the first hit.
     int testMove(const double* a, const double* b, int n);
 
+    // What the stages did so far; timing them costs a clock read per narrow test.
+    const CellStageStats& stageStats() const { return stages_; }
+    void timeStages(bool on) { stages_.timed = on; }
+
 private:
-    struct Placed {
-        int link;
-        const Solid* solid;
-        Eigen::Isometry3d world;
-        Eigen::Vector3d centre;
+    // A pair of the arm's body and an object or another body.
+    struct Pair {
+        int body = 0;
+        int other = 0;  // an object, or for a self pair the other body
+        bool self = false;
     };
 
+    int check(const double* q, bool withObjects, bool withSelf, bool firstOnly);
     void place(const double* q);
-    int countPairs(bool withObjects, bool withSelf, bool firstOnly);
-    static bool touch(const Placed& a, const Solid& bSolid, const Eigen::Isometry3d& bWorld,
-                      const Eigen::Vector3d& bCentre);
-    bool linkPairTouches(int linkA, int linkB) const;
+    // The solid's centre, then all of its placement, worked out once per configuration when first needed.
+    const Eigen::Vector3d& solidCentre(int index);
+    const PlacedSolid& solidAt(int index);
+    // Marks the (body, object) pairs whose bounds meet, by the tree over the objects.
+    void broadPhase();
+    bool bodiesMeet(int first, int second) const
+    {
+        const CellBody& a = view_.bodies()[size_t(first)];
+        const CellBody& b = view_.bodies()[size_t(second)];
+        const double reach = a.boundRadius + b.boundRadius;
+        return (bodyCentres_[size_t(first)] - bodyCentres_[size_t(second)]).squaredNorm() <= reach * reach;
+    }
+    bool objectPairTouches(int body, int object);
+    bool selfPairTouches(int first, int second);
+    bool narrowTouch(const PlacedSolid& a, const PlacedSolid& b);
+    // After a hit of the pair at that place in the order, moves it ahead of pairs that hit less.
+    void promote(size_t at);
 
     const Station& station_;
-    const ArmModel* arm_ = nullptr;
-    Eigen::Isometry3d base_ = Eigen::Isometry3d::Identity();
-    std::vector<const CellObject*> objects_;
-    std::vector<Eigen::Vector3d> objectCentres_;
+    CellView view_;
+    Options options_;
+    CellStageStats stages_;
+    int objectCount_ = 0;
+    std::vector<Pair> pairs_;
+    std::vector<int> order_;             // indices of pairs_, in the order they are tried
+    std::vector<long long> hits_;        // hits of each pair so far
+    // Per configuration, all marked by the configuration's stamp.
+    std::uint64_t stamp_ = 0;
     std::vector<Eigen::Isometry3d> frames_;
-    std::vector<Placed> placed_;
+    std::vector<Eigen::Vector3d> bodyCentres_;
+    std::vector<std::uint64_t> reached_;  // per (body, object): the broad phase let it through
+    std::vector<std::uint64_t> centredAt_;
+    std::vector<Eigen::Vector3d> centres_;
+    std::vector<std::uint64_t> placedAt_;
+    std::vector<PlacedSolid> placed_;
+    std::vector<int> found_;              // the broad phase's answer for one body
     std::vector<double> point_;
+    std::vector<std::pair<int, int>> intervals_;
 };

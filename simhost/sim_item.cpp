@@ -120,6 +120,9 @@ void SimItem::setJoints(const JointVector& joints)
         // A robot keeps its joint count; missing values keep their place.
         const int count = std::min(joints.count(), jointCount());
         jointValues.resize(static_cast<size_t>(jointCount()), 0.0);
+        // A rail that moves carries its robot along.
+        if (carried && !std::equal(joints.values(), joints.values() + count, jointValues.begin()))
+            station_->geometryChanged();
         std::copy(joints.values(), joints.values() + count, jointValues.begin());
     } else if (type_ == ItemType::Target) {
         jointValues.assign(joints.values(), joints.values() + joints.count());
@@ -199,7 +202,7 @@ int SimItem::testJointMove(const JointVector& from, const JointVector& to, doubl
         return 0;
     // The same points as the joint-space check, in the 3D model.
     const int n = joint_oracle::moveSteps(from.values(), to.values(), jointCount(), step);
-    return CellChecker(*station_, this).testMove(from.values(), to.values(), n);
+    return station_->cellChecker(this).testMove(from.values(), to.values(), n);
 }
 
 void SimItem::showJointSequence(const RoadmapMatrix* configurations)

@@ -6,6 +6,16 @@
 
 #include <algorithm>
 
+namespace {
+
+// Items whose coming and going changes what the 3D checks see.
+bool holdsGeometry(int type)
+{
+    return type == ObjectType || type == FrameType || type == ItemType::Robot;
+}
+
+}  // namespace
+
 SimItem* Station::create(int type, const QString& name, int id)
 {
     if (id <= 0)
@@ -15,6 +25,8 @@ SimItem* Station::create(int type, const QString& name, int id)
     SimItem* item = owned_.back().get();
     members_.insert(item);
     list(type).push_back(item);
+    if (holdsGeometry(type))
+        geometryChanged();
     return item;
 }
 
@@ -73,6 +85,8 @@ void Station::remove(SimItem* item)
     auto& of = list(item->itemType());
     of.erase(std::remove(of.begin(), of.end(), item), of.end());
     selection.removeAll(item);
+    if (holdsGeometry(item->itemType()))
+        geometryChanged();
 }
 
 void Station::retire()
@@ -103,7 +117,7 @@ int Station::collisions() const
             continue;
         count += joint_oracle::boxesHolding(robot->boxes, robot->jointValues.data());
         if (robot->arm)
-            count += CellChecker(*this, robot).collidingPairs(robot->jointValues.data(), false);
+            count += cellChecker(robot).collidingPairs(robot->jointValues.data(), false);
     }
     return count;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cell_checker_cache.h"
 #include "cell_stats.h"
 #include "sim_item.h"
 
@@ -70,6 +71,15 @@ public:
     // pairs the 3D model finds at the robots' current joints.
     int collisions() const;
 
+    // The robot's 3D checker, kept until the station's geometry changes.
+    CellChecker& cellChecker(const SimItem* robot) const { return cellCheckers_.checkerFor(*this, robot); }
+    // Tells the 3D checks that the geometry changed: call it after changing
+    // an item's pose, parent, solid or arm in place. Adding and removing
+    // items and moving a rail tell it themselves (a new item's solid set
+    // after a check came in between is a change in place).
+    void geometryChanged() const { cellCheckers_.invalidate(); }
+    long long cellCheckerBuilds() const { return cellCheckers_.builds(); }
+
     QMap<QString, QString> params;
     QMap<QString, QByteArray> data;
     QList<SimItem*> selection;
@@ -92,4 +102,5 @@ private:
     std::vector<SimItem*> objects_;
     std::vector<SimItem*> others_;
     int nextId_ = 1;
+    mutable CellCheckerCache cellCheckers_;
 };

@@ -90,6 +90,7 @@ TEST_F(AgainstFclReference, TheHostAnswersAsTheReference)
                                                                                       a.data(), b.data(), 6, 4.0)))
             << "trial " << trial;
     }
+    EXPECT_EQ(station->cellCheckerBuilds(), 1) << "one view served every check";
 }
 
 }  // namespace

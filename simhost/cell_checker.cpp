@@ -26,21 +26,16 @@ CellChecker::CellChecker(const Station& station, const SimItem* robot, Options o
         return;
     objectCount_ = static_cast<int>(view_.objects().size());
     const int bodies = static_cast<int>(view_.bodies().size());
-    // Until the hits say otherwise, the links farthest out first: the tool
-    // and the wrist meet the cell most often. The base's pairs with the
-    // objects never change and are not among them.
-    for (int body = bodies - 1; body >= view_.firstMovingBody(); --body) {
+    for (int body = 0; body < bodies; ++body) {
         for (int object = 0; object < objectCount_; ++object)
             pairs_.push_back(Pair{body, object, false});
     }
     for (const auto& [first, second] : view_.selfPairs())
         pairs_.push_back(Pair{first, second, true});
-    for (size_t pair = 0; pair < pairs_.size(); ++pair)
-        order_.push_back(static_cast<int>(pair));
+    candidates_.reserve(pairs_.size());
     hits_.assign(pairs_.size(), 0);
     frames_.assign(size_t(view_.jointCount() + 2), Eigen::Isometry3d::Identity());
     bodyCentres_.resize(size_t(bodies));
-    reached_.assign(size_t(bodies * objectCount_), 0);
     const size_t solids = view_.arm().solids.size();
     centres_.resize(solids);
     centredAt_.assign(solids, 0);
@@ -107,27 +102,50 @@ int CellChecker::check(const double* q, bool withObjects, bool withSelf, bool fi
     int count = withObjects ? view_.baseObjectHits() : 0;
     if (count > 0 && firstOnly)
         return count;
-    if (withObjects && options_.culling)
-        broadPhase();
-    for (size_t at = 0; at < order_.size(); ++at) {
-        const Pair& pair = pairs_[size_t(order_[at])];
-        if (!(pair.self ? withSelf : withObjects))
-            continue;
-        ++stages_.pairs;
-        if (options_.culling && !(pair.self ? bodiesMeet(pair.body, pair.other)
-                                            : reached_[size_t(pair.body * objectCount_ + pair.other)] == stamp_)) {
-            ++stages_.pairsCulled;
-            continue;
-        }
+    gatherCandidates(withObjects, withSelf);
+    if (firstOnly)
+        orderByHits();
+    for (const int candidate : candidates_) {
+        const Pair& pair = pairs_[size_t(candidate)];
         if (!(pair.self ? selfPairTouches(pair.body, pair.other) : objectPairTouches(pair.body, pair.other)))
             continue;
         ++count;
-        ++hits_[size_t(order_[at])];
-        promote(at);
+        ++hits_[size_t(candidate)];
         if (firstOnly)
             break;
     }
     return count;
+}
+
+void CellChecker::gatherCandidates(bool withObjects, bool withSelf)
+{
+    candidates_.clear();
+    const std::vector<CellBody>& bodies = view_.bodies();
+    const int bodyCount = static_cast<int>(bodies.size());
+    long long considered = 0;
+    for (int body = view_.firstMovingBody(); withObjects && body < bodyCount; ++body) {
+        considered += objectCount_;
+        if (!options_.culling) {
+            for (int object = 0; object < objectCount_; ++object)
+                candidates_.push_back(body * objectCount_ + object);
+            continue;
+        }
+        // The broad phase: the objects the body's sphere may reach, by the tree.
+        if (!bodies[size_t(body)].mayMeetObjects)
+            continue;
+        const int found =
+            view_.objectTree().reachedBy(bodyCentres_[size_t(body)], bodies[size_t(body)].boundRadius, found_.data());
+        for (int i = 0; i < found; ++i)
+            candidates_.push_back(body * objectCount_ + found_[size_t(i)]);
+    }
+    const auto& selfPairs = view_.selfPairs();
+    for (size_t pair = 0; withSelf && pair < selfPairs.size(); ++pair) {
+        ++considered;
+        if (!options_.culling || bodiesMeet(selfPairs[pair].first, selfPairs[pair].second))
+            candidates_.push_back(bodyCount * objectCount_ + static_cast<int>(pair));
+    }
+    stages_.pairs += considered;
+    stages_.pairsCulled += considered - static_cast<long long>(candidates_.size());
 }
 
 void CellChecker::place(const double* q)
@@ -162,17 +180,6 @@ const PlacedSolid& CellChecker::solidAt(int index)
         placedAt_[at] = stamp_;
     }
     return placed_[at];
-}
-
-void CellChecker::broadPhase()
-{
-    const std::vector<CellBody>& bodies = view_.bodies();
-    for (int body = view_.firstMovingBody(); body < static_cast<int>(bodies.size()); ++body) {
-        const int found =
-            view_.objectTree().reachedBy(bodyCentres_[size_t(body)], bodies[size_t(body)].boundRadius, found_.data());
-        for (int i = 0; i < found; ++i)
-            reached_[size_t(body * objectCount_ + found_[size_t(i)])] = stamp_;
-    }
 }
 
 bool CellChecker::objectPairTouches(int body, int object)
@@ -215,6 +222,19 @@ bool CellChecker::selfPairTouches(int first, int second)
     return false;
 }
 
+void CellChecker::orderByHits()
+{
+    // The likeliest hit first: the pairs that hit most often so far. An
+    // insertion sort, as the candidates are few and nothing may be allocated.
+    for (size_t i = 1; i < candidates_.size(); ++i) {
+        const int candidate = candidates_[i];
+        size_t at = i;
+        for (; at > 0 && hits_[size_t(candidates_[at - 1])] < hits_[size_t(candidate)]; --at)
+            candidates_[at] = candidates_[at - 1];
+        candidates_[at] = candidate;
+    }
+}
+
 bool CellChecker::narrowTouch(const PlacedSolid& a, const PlacedSolid& b)
 {
     if (!stages_.timed)
@@ -223,14 +243,4 @@ bool CellChecker::narrowTouch(const PlacedSolid& a, const PlacedSolid& b)
     const bool touching = cell_narrow_phase::touch(a, b, &stages_.narrow);
     stages_.narrowSeconds += since(start);
     return touching;
-}
-
-void CellChecker::promote(size_t at)
-{
-    const int pair = order_[at];
-    while (at > 0 && hits_[size_t(order_[at - 1])] < hits_[size_t(pair)]) {
-        order_[at] = order_[at - 1];
-        --at;
-    }
-    order_[at] = pair;
 }

@@ -58,8 +58,10 @@ private:
     // The solid's centre, then all of its placement, worked out once per configuration when first needed.
     const Eigen::Vector3d& solidCentre(int index);
     const PlacedSolid& solidAt(int index);
-    // Marks the (body, object) pairs whose bounds meet, by the tree over the objects.
-    void broadPhase();
+    // The pairs whose bounds meet, by the tree over the objects for (body,
+    // object) pairs and by the bodies' spheres for self pairs.
+    void gatherCandidates(bool withObjects, bool withSelf);
+    void orderByHits();
     bool bodiesMeet(int first, int second) const
     {
         const CellBody& a = view_.bodies()[size_t(first)];
@@ -70,22 +72,21 @@ private:
     bool objectPairTouches(int body, int object);
     bool selfPairTouches(int first, int second);
     bool narrowTouch(const PlacedSolid& a, const PlacedSolid& b);
-    // After a hit of the pair at that place in the order, moves it ahead of pairs that hit less.
-    void promote(size_t at);
 
     const Station& station_;
     CellView view_;
     Options options_;
     CellStageStats stages_;
     int objectCount_ = 0;
+    // Every pair: body * objectCount_ + object for (body, object) pairs (the
+    // base's among them, though never tried), then one per self pair.
     std::vector<Pair> pairs_;
-    std::vector<int> order_;             // indices of pairs_, in the order they are tried
-    std::vector<long long> hits_;        // hits of each pair so far
+    std::vector<long long> hits_;  // hits of each pair so far
     // Per configuration, all marked by the configuration's stamp.
     std::uint64_t stamp_ = 0;
     std::vector<Eigen::Isometry3d> frames_;
     std::vector<Eigen::Vector3d> bodyCentres_;
-    std::vector<std::uint64_t> reached_;  // per (body, object): the broad phase let it through
+    std::vector<int> candidates_;  // the pairs that reach the narrow tests
     std::vector<std::uint64_t> centredAt_;
     std::vector<Eigen::Vector3d> centres_;
     std::vector<std::uint64_t> placedAt_;

@@ -5,6 +5,7 @@
 #include "station.h"
 
 #include <algorithm>
+#include <cmath>
 
 CellView::CellView(const Station& station, const SimItem* robot)
 {
@@ -25,6 +26,7 @@ CellView::CellView(const Station& station, const SimItem* robot)
     base_ = cell_placement::absolutePose(robot);
     kinematics_ = std::make_unique<ArmKinematics>(*arm_);
     findBodies();
+    findReach();
     if (firstMovingBody() == 0)
         return;
     const CellBody& base = bodies_.front();
@@ -53,15 +55,24 @@ void CellView::findBodies()
         ++bodies_.back().solidCount;
     }
     for (CellBody& body : bodies_) {
-        Eigen::Vector3d sum = Eigen::Vector3d::Zero();
-        for (int s = 0; s < body.solidCount; ++s)
-            sum += solids[size_t(body.firstSolid + s)].solid.local.translation();
-        body.boundCentre = sum / body.solidCount;
+        // Grow a sphere from the first solid's until it holds every solid's.
         for (int s = 0; s < body.solidCount; ++s) {
             const Solid& solid = solids[size_t(body.firstSolid + s)].solid;
-            body.boundRadius = std::max(body.boundRadius,
-                                        (solid.local.translation() - body.boundCentre).norm() + solid.boundRadius);
+            const Eigen::Vector3d centre = solid.local.translation();
+            const double apart = (centre - body.boundCentre).norm();
+            if (s > 0 && apart + solid.boundRadius <= body.boundRadius)
+                continue;
+            if (s == 0 || apart + body.boundRadius <= solid.boundRadius) {
+                body.boundCentre = centre;
+                body.boundRadius = solid.boundRadius;
+                continue;
+            }
+            const double radius = 0.5 * (apart + body.boundRadius + solid.boundRadius);
+            body.boundCentre += (centre - body.boundCentre) * ((radius - body.boundRadius) / apart);
+            body.boundRadius = radius;
         }
+        // A hair more, so that rounding never leaves a solid poking out.
+        body.boundRadius += 1e-9;
     }
     // The arm's self pairs, by link, as indices of bodies.
     for (const auto& pair : arm_->selfPairs) {
@@ -71,5 +82,28 @@ void CellView::findBodies()
                                     bodies_.begin());
         };
         selfPairs_.emplace_back(bodyOf(pair.first), bodyOf(pair.second));
+    }
+}
+
+void CellView::findReach()
+{
+    // A joint moves the next frame by the length of its (a, d) at most; a
+    // prismatic joint's reach is not known here.
+    double chain = 0.0;
+    bool bounded = true;
+    int link = 0;
+    std::vector<int> found(objects_.size());
+    for (CellBody& body : bodies_) {
+        for (; link < body.link; ++link) {
+            if (link < jointCount()) {
+                const DhJoint& joint = arm_->joints[size_t(link)];
+                chain += std::hypot(joint.a, joint.d);
+                bounded = bounded && !joint.prismatic;
+            } else {
+                chain += arm_->tool.translation().norm();
+            }
+        }
+        const double reach = chain + body.boundCentre.norm() + body.boundRadius;
+        body.mayMeetObjects = !bounded || tree_->reachedBy(base_.translation(), reach, found.data()) > 0;
     }
 }

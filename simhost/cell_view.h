@@ -19,6 +19,9 @@ struct CellBody {
     // A sphere around the link's solids' bounding spheres, in the link's frame.
     Eigen::Vector3d boundCentre = Eigen::Vector3d::Zero();
     double boundRadius = 0.0;
+    // False when no joint values bring the link near any object (a shoulder
+    // high above the table): the broad phase need not ask about it.
+    bool mayMeetObjects = true;
 };
 
 // The collision checker's view of one robot in a station: what stands still
@@ -51,6 +54,8 @@ public:
 
 private:
     void findBodies();
+    // Sets mayMeetObjects from how far each body can get from the base.
+    void findReach();
 
     // Held, so that a solid replaced in the station stays alive while a view still points at it.
     std::shared_ptr<const ArmModel> arm_;

@@ -166,7 +166,9 @@ QString& SimHostApi::command(QString& out, const QString& name, const QString& v
         out = station_->params.value(name, name == pathStepParam ? QStringLiteral("4.0") : QString());
         return out;
     }
+    // Kept as the plug-in gave it, text, whatever the file had.
     station_->params.insert(name, value);
+    station_->numberParams.remove(name);
     monitor_->record(QJsonObject{{QStringLiteral("type"), QStringLiteral("param")},
                                  {QStringLiteral("name"), name},
                                  {QStringLiteral("value"), value}});

@@ -25,19 +25,21 @@ SimItem::SimItem(Station* station, int type, const QString& name, int id)
 {
 }
 
-QJsonArray SimItem::instructionsJson() const
+QJsonArray SimItem::instructionsJson(bool withKeptFields) const
 {
     QJsonArray list;
     for (const Instruction& instruction : instructions) {
+        // A move to a target that no longer exists cannot be written back.
+        if (instruction.target && instruction.target->deleted)
+            continue;
+        QJsonObject written = withKeptFields ? instruction.keptFields : QJsonObject();
         if (instruction.target) {
-            // A move to a target that no longer exists cannot be written back.
-            if (instruction.target->deleted)
-                continue;
-            list.append(QJsonObject{{QStringLiteral("moveJoint"), instruction.target->itemName()},
-                                    {QStringLiteral("id"), instruction.target->id()}});
+            written.insert(QStringLiteral("moveJoint"), instruction.target->itemName());
+            written.insert(QStringLiteral("id"), instruction.target->id());
         } else {
-            list.append(QJsonObject{{QStringLiteral("call"), instruction.call}});
+            written.insert(QStringLiteral("call"), instruction.call);
         }
+        list.append(written);
     }
     return list;
 }

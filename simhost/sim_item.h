@@ -5,6 +5,7 @@
 #include "vorlik/host_item.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QString>
 
 #include <memory>
@@ -24,6 +25,7 @@ constexpr int ObjectType = 5;
 struct Instruction {
     SimItem* target = nullptr;
     QString call;
+    QJsonObject keptFields;  // the file's fields the host does not know
 };
 
 // One item of the simulated station. Robots hold joints, limits, obstacle
@@ -38,11 +40,11 @@ public:
     Station* station() const { return station_; }
     int itemType() const { return type_; }
     int id() const { return id_; }
-    void setId(int id) { id_ = id; }
     const QString& itemName() const { return name_; }
     int jointCount() const { return static_cast<int>(lower.size()); }
-    // Instructions as the station file writes them: targets by name and id.
-    QJsonArray instructionsJson() const;
+    // Instructions as the station file writes them: targets by name and id;
+    // with the fields the file gave that the host does not know, if asked.
+    QJsonArray instructionsJson(bool withKeptFields = false) const;
 
     SimItem* parentItem = nullptr;
     SimItem* robot = nullptr;    // a target's or program's robot
@@ -56,6 +58,9 @@ public:
     std::vector<double> pose;
     std::shared_ptr<const ArmModel> arm;        // a robot's kinematics and solids; null: joint space only
     std::shared_ptr<const CellObject> object;   // an object's solid
+    // The file's fields of this item, and of each of its joint boxes, that the host does not know.
+    QJsonObject keptFields;
+    std::vector<QJsonObject> keptBoxFields;
     bool optionA = false;
     bool optionB = false;
     bool deleted = false;

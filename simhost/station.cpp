@@ -5,6 +5,7 @@
 #include "vorlik/item_types.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -19,8 +20,9 @@ bool holdsGeometry(int type)
 SimItem* Station::create(int type, const QString& name, int id)
 {
     if (id <= 0)
-        id = nextId_;
-    nextId_ = std::max(nextId_, id + 1);
+        id = freeId();
+    usedIds_.insert(id);
+    reserveIds(id);
     owned_.push_back(std::make_unique<SimItem>(this, type, name, id));
     SimItem* item = owned_.back().get();
     members_.insert(item);
@@ -28,6 +30,17 @@ SimItem* Station::create(int type, const QString& name, int id)
     if (holdsGeometry(type))
         geometryChanged();
     return item;
+}
+
+int Station::freeId()
+{
+    if (nextId_ <= std::numeric_limits<int>::max())
+        return int(nextId_);
+    // The file used the largest id there is: new items fill the gaps below it.
+    // Ids are never given back, so the search goes on from where it stopped.
+    while (usedIds_.count(lowestUnused_))
+        ++lowestUnused_;
+    return lowestUnused_;
 }
 
 SimItem* Station::find(const QString& name, int type) const

@@ -5,8 +5,10 @@
 #include "sim_item.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 
 #include <algorithm>
@@ -42,9 +44,11 @@ public:
     Station& operator=(const Station&) = delete;
 
     // Appends a new item of that type; an id <= 0 takes the next free one.
+    // An id given must be free (station files are checked for that first).
     SimItem* create(int type, const QString& name, int id = 0);
-    // Keeps ids up to that one for explicit use: new items take higher ones.
-    void reserveIds(int id) { nextId_ = std::max(nextId_, id + 1); }
+    // Keeps ids up to that one for explicit use: new items take higher ones
+    // while there are higher ones.
+    void reserveIds(int id) { nextId_ = std::max(nextId_, qint64(id) + 1); }
 
     // The first item of that type and name in station order, or null.
     SimItem* find(const QString& name, int type) const;
@@ -81,6 +85,10 @@ public:
     long long cellCheckerBuilds() const { return cellCheckers_.builds(); }
 
     QMap<QString, QString> params;
+    // Parameters the file gave as numbers and nobody changed since: saved as numbers again.
+    QSet<QString> numberParams;
+    // The file's own fields the host does not know, saved back as they were.
+    QJsonObject keptFields;
     QMap<QString, QByteArray> data;
     QList<SimItem*> selection;
     int renderMode = 0;
@@ -92,6 +100,7 @@ public:
 
 private:
     std::vector<SimItem*>& list(int type);
+    int freeId();
 
     std::vector<std::unique_ptr<SimItem>> owned_;
     std::unordered_set<const HostItem*> members_;
@@ -101,6 +110,8 @@ private:
     std::vector<SimItem*> programs_;
     std::vector<SimItem*> objects_;
     std::vector<SimItem*> others_;
-    int nextId_ = 1;
+    std::unordered_set<int> usedIds_;
+    qint64 nextId_ = 1;     // above every id used, while that is an int
+    int lowestUnused_ = 1;  // no id below it is free, once ids above the largest ran out
     mutable CellCheckerCache cellCheckers_;
 };

@@ -1,7 +1,9 @@
 #include "cell_placement.h"
 #include "cell_reader.h"
 #include "station.h"
+#include "station_fields.h"
 #include "station_file.h"
+#include "number_text.h"
 
 #include "vorlik/item_types.h"
 
@@ -10,7 +12,10 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <map>
+#include <optional>
 
 namespace {
 
@@ -29,6 +34,19 @@ QString quoted(const QString& text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
+const QString idRange = QStringLiteral("a whole number from 1 to %1").arg(std::numeric_limits<int>::max());
+
+// An item id: a whole number from 1 to the largest int.
+bool readId(const QJsonValue& value, int* id)
+{
+    const double number = value.toDouble(0.0);
+    if (!value.isDouble() || !(number >= 1.0 && number <= std::numeric_limits<int>::max())
+        || number != std::floor(number))
+        return false;
+    *id = int(number);
+    return true;
+}
+
 // Reads one station file into a fresh station; every problem names the item
 // and the field at fault.
 class StationReader {
@@ -45,8 +63,11 @@ private:
     QJsonArray arrayField(const QJsonObject& object, const QString& field, const QString& label) const;
     std::vector<double> numbers(const QJsonValue& value, const QString& what, int expectedCount) const;
     void readParams(const QJsonObject& root);
-    void createItems(const QJsonObject& root, const QString& field, const QString& kind, int type);
-    SimItem* reference(const Pending& pending, const QString& field, std::initializer_list<int> types) const;
+    void createItems(const QJsonObject& root, const QString& field, const QString& kind, int type,
+                     std::optional<station_fields::Place> place);
+    // The item a field names, or the one its id field ("<field>Id" unless given) names first.
+    SimItem* reference(const Pending& pending, const QString& field, std::initializer_list<int> types,
+                       const QString& idField = QString()) const;
     void readRobot(const Pending& pending);
     void readTarget(const Pending& pending);
     void readProgram(const Pending& pending);
@@ -98,8 +119,10 @@ void StationReader::readParams(const QJsonObject& root)
         for (auto it = object.begin(); it != object.end(); ++it) {
             if (it.value().isString())
                 station_->params.insert(it.key(), it.value().toString());
-            else if (it.value().isDouble())
-                station_->params.insert(it.key(), QString::number(it.value().toDouble()));
+            else if (it.value().isDouble()) {
+                station_->params.insert(it.key(), exactNumberText(it.value().toDouble()));
+                station_->numberParams.insert(it.key());
+            }
             else
                 fail(QStringLiteral("parameter %1 must be a text").arg(quoted(it.key())));
         }
@@ -119,7 +142,10 @@ void StationReader::readParams(const QJsonObject& root)
     }
 }
 
-void StationReader::createItems(const QJsonObject& root, const QString& field, const QString& kind, int type)
+// Items of that type, in file order; each keeps the fields the host does not
+// know at its place (objects have none: they keep theirs with their solid).
+void StationReader::createItems(const QJsonObject& root, const QString& field, const QString& kind, int type,
+                                std::optional<station_fields::Place> place)
 {
     const QJsonArray array = arrayField(root, field, QStringLiteral("the station"));
     int index = 0;
@@ -136,15 +162,16 @@ void StationReader::createItems(const QJsonObject& root, const QString& field, c
         int id = 0;
         const QJsonValue idValue = object.value(QStringLiteral("id"));
         if (!idValue.isUndefined()) {
-            id = idValue.toInt(0);
-            if (!idValue.isDouble() || id <= 0 || id != idValue.toDouble())
-                fail(QStringLiteral("%1: \"id\" must be a positive whole number").arg(label));
+            if (!readId(idValue, &id))
+                fail(QStringLiteral("%1: \"id\" must be %2").arg(label, idRange));
             if (ids_.count(id))
                 fail(QStringLiteral("%1: id %2 is used twice").arg(label).arg(id));
         }
         SimItem* item = station_->create(type, name, id);
         if (id > 0)
             ids_[id] = item;
+        if (place)
+            item->keptFields = station_fields::unknownFields(object, *place);
         Pending pending{item, object, label};
         switch (type) {
         case FrameType: frames_.push_back(pending); break;
@@ -157,14 +184,17 @@ void StationReader::createItems(const QJsonObject& root, const QString& field, c
 }
 
 SimItem* StationReader::reference(const Pending& pending, const QString& field,
-                                  std::initializer_list<int> types) const
+                                  std::initializer_list<int> types, const QString& idField) const
 {
-    const QJsonValue idValue = pending.object.value(field + QStringLiteral("Id"));
+    const QString idKey = idField.isEmpty() ? field + QStringLiteral("Id") : idField;
+    const QJsonValue idValue = pending.object.value(idKey);
     if (!idValue.isUndefined() && !idValue.isNull()) {
-        const auto it = ids_.find(idValue.toInt(0));
+        int id = 0;
+        if (!readId(idValue, &id))
+            fail(QStringLiteral("%1: \"%2\" must be %3").arg(pending.label, idKey, idRange));
+        const auto it = ids_.find(id);
         if (it == ids_.end() || std::find(types.begin(), types.end(), it->second->itemType()) == types.end())
-            fail(QStringLiteral("%1: \"%2Id\" %3 names no suitable item")
-                     .arg(pending.label, field, QString::number(idValue.toDouble())));
+            fail(QStringLiteral("%1: \"%2\" %3 names no suitable item").arg(pending.label, idKey).arg(id));
         return it->second;
     }
     const QJsonValue value = pending.object.value(field);
@@ -206,6 +236,7 @@ void StationReader::readRobot(const Pending& pending)
         box.lower = numbers(value.toObject().value(QStringLiteral("lower")), what + QStringLiteral(" \"lower\""), count);
         box.upper = numbers(value.toObject().value(QStringLiteral("upper")), what + QStringLiteral(" \"upper\""), count);
         robot->boxes.push_back(box);
+        robot->keptBoxFields.push_back(station_fields::unknownFields(value.toObject(), station_fields::Place::JointBox));
     }
     readPose(pending);
     const QString problem = cell_reader::readArm(pending.object, count, &robot->arm);
@@ -263,14 +294,15 @@ void StationReader::readProgram(const Pending& pending)
         if (object.value(QStringLiteral("moveJoint")).isString()) {
             // The instruction is read like a reference whose id sits in "id".
             Pending move{program, QJsonObject{{QStringLiteral("target"), object.value(QStringLiteral("moveJoint"))},
-                                              {QStringLiteral("targetId"), object.value(QStringLiteral("id"))}},
+                                              {QStringLiteral("id"), object.value(QStringLiteral("id"))}},
                          what};
-            instruction.target = reference(move, QStringLiteral("target"), {ItemType::Target});
+            instruction.target = reference(move, QStringLiteral("target"), {ItemType::Target}, QStringLiteral("id"));
         } else if (object.value(QStringLiteral("call")).isString()) {
             instruction.call = object.value(QStringLiteral("call")).toString();
         } else {
             fail(what + QStringLiteral(" must be {\"moveJoint\": target} or {\"call\": program}"));
         }
+        instruction.keptFields = station_fields::unknownFields(object, station_fields::Place::Instruction);
         program->instructions.push_back(instruction);
     }
 }
@@ -291,15 +323,20 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
     station_ = std::make_unique<Station>();
     // Items without an id take numbers above every id the file gives.
     for (const char* field : {"frames", "robots", "targets", "programs", "objects"}) {
-        for (const QJsonValue& value : root.value(QLatin1String(field)).toArray())
-            station_->reserveIds(value.toObject().value(QStringLiteral("id")).toInt(0));
+        for (const QJsonValue& value : root.value(QLatin1String(field)).toArray()) {
+            int id = 0;
+            if (readId(value.toObject().value(QStringLiteral("id")), &id))
+                station_->reserveIds(id);
+        }
     }
     readParams(root);
-    createItems(root, QStringLiteral("frames"), QStringLiteral("frame"), FrameType);
-    createItems(root, QStringLiteral("robots"), QStringLiteral("robot"), ItemType::Robot);
-    createItems(root, QStringLiteral("targets"), QStringLiteral("target"), ItemType::Target);
-    createItems(root, QStringLiteral("programs"), QStringLiteral("program"), ItemType::Program);
-    createItems(root, QStringLiteral("objects"), QStringLiteral("object"), ObjectType);
+    using station_fields::Place;
+    station_->keptFields = station_fields::unknownFields(root, Place::Root);
+    createItems(root, QStringLiteral("frames"), QStringLiteral("frame"), FrameType, Place::Frame);
+    createItems(root, QStringLiteral("robots"), QStringLiteral("robot"), ItemType::Robot, Place::Robot);
+    createItems(root, QStringLiteral("targets"), QStringLiteral("target"), ItemType::Target, Place::Target);
+    createItems(root, QStringLiteral("programs"), QStringLiteral("program"), ItemType::Program, Place::Program);
+    createItems(root, QStringLiteral("objects"), QStringLiteral("object"), ObjectType, std::nullopt);
     for (const Pending& frame : frames_) {
         frame.item->parentItem = reference(frame, QStringLiteral("parent"), {FrameType, ItemType::Robot});
         readPose(frame);

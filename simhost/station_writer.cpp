@@ -1,5 +1,6 @@
 #include "cell_model.h"
 #include "station.h"
+#include "station_fields.h"
 #include "station_file.h"
 
 #include "vorlik/item_types.h"
@@ -27,9 +28,12 @@ void putReference(QJsonObject& object, const QString& field, const SimItem* item
         object.insert(field + QStringLiteral("Id"), item->id());
 }
 
+// The id and name, and the fields the file gave that the host does not know.
 QJsonObject itemHead(const SimItem* item)
 {
-    return QJsonObject{{QStringLiteral("id"), item->id()}, {QStringLiteral("name"), item->itemName()}};
+    QJsonObject object{{QStringLiteral("id"), item->id()}, {QStringLiteral("name"), item->itemName()}};
+    station_fields::addKept(object, item->keptFields);
+    return object;
 }
 
 // The placement as it was read; nothing when the item has none.
@@ -64,9 +68,13 @@ QJsonObject robotJson(const SimItem* robot)
     object.insert(QStringLiteral("upper"), numbers(robot->upper));
     object.insert(QStringLiteral("joints"), numbers(robot->jointValues));
     QJsonArray boxes;
-    for (const JointBox& box : robot->boxes)
-        boxes.append(QJsonObject{{QStringLiteral("lower"), numbers(box.lower)},
-                                 {QStringLiteral("upper"), numbers(box.upper)}});
+    for (size_t i = 0; i < robot->boxes.size(); ++i) {
+        QJsonObject box{{QStringLiteral("lower"), numbers(robot->boxes[i].lower)},
+                        {QStringLiteral("upper"), numbers(robot->boxes[i].upper)}};
+        if (i < robot->keptBoxFields.size())
+            station_fields::addKept(box, robot->keptBoxFields[i]);
+        boxes.append(box);
+    }
     object.insert(QStringLiteral("jointBoxes"), boxes);
     putReference(object, QStringLiteral("carries"), robot->carried);
     putPose(object, robot);
@@ -88,7 +96,7 @@ QJsonObject programJson(const SimItem* program)
 {
     QJsonObject object = itemHead(program);
     putReference(object, QStringLiteral("robot"), program->robot);
-    object.insert(QStringLiteral("instructions"), program->instructionsJson());
+    object.insert(QStringLiteral("instructions"), program->instructionsJson(true));
     if (program->optionA)
         object.insert(QStringLiteral("optionA"), true);
     if (program->optionB)
@@ -102,9 +110,13 @@ namespace station_file {
 
 QJsonObject toJson(const Station& station)
 {
+    // Numbers stay numbers: their text is the shortest that reads back as the same number.
     QJsonObject params;
-    for (auto it = station.params.begin(); it != station.params.end(); ++it)
-        params.insert(it.key(), it.value());
+    for (auto it = station.params.begin(); it != station.params.end(); ++it) {
+        bool isNumber = false;
+        const double number = station.numberParams.contains(it.key()) ? it.value().toDouble(&isNumber) : 0.0;
+        params.insert(it.key(), isNumber ? QJsonValue(number) : QJsonValue(it.value()));
+    }
     QJsonObject data;
     for (auto it = station.data.begin(); it != station.data.end(); ++it)
         data.insert(it.key(), QString::fromLatin1(it.value().toBase64()));
@@ -136,6 +148,7 @@ QJsonObject toJson(const Station& station)
             objects.append(objectJson(item));
         root.insert(QStringLiteral("objects"), objects);
     }
+    station_fields::addKept(root, station.keptFields);
     return root;
 }
 

@@ -9,6 +9,13 @@ QString text(const QJsonObject& record, const char* key)
     return record.value(QLatin1String(key)).toVariant().toString();
 }
 
+// "  (12.3 ms)" for a record that tells how long its step took.
+QString duration(const QJsonObject& record)
+{
+    const QJsonValue ms = record.value(QStringLiteral("ms"));
+    return ms.isDouble() ? QStringLiteral("  (%1 ms)").arg(ms.toDouble(), 0, 'f', 1) : QString();
+}
+
 QString describeInstruction(const QJsonObject& instruction)
 {
     if (instruction.contains(QStringLiteral("moveJoint"))) {
@@ -28,9 +35,10 @@ QString describeRecord(const QJsonObject& record)
 {
     const QString type = text(record, "type");
     if (type == QLatin1String("reply"))
-        return QStringLiteral("command %1 \"%2\" -> %3").arg(text(record, "command"), text(record, "value"), text(record, "reply"));
+        return QStringLiteral("command %1 \"%2\" -> %3").arg(text(record, "command"), text(record, "value"), text(record, "reply"))
+            + duration(record);
     if (type == QLatin1String("result"))
-        return QStringLiteral("%1 -> %2").arg(text(record, "slot"), text(record, "value"));
+        return QStringLiteral("%1 -> %2").arg(text(record, "slot"), text(record, "value")) + duration(record);
     if (type == QLatin1String("message"))
         return (record.value(QStringLiteral("popup")).toBool() ? QStringLiteral("message box: ") : QStringLiteral("status: ")) +
                text(record, "text");

@@ -6,19 +6,43 @@
 #include <QJsonObject>
 #include <QProgressDialog>
 
+#include <algorithm>
+#include <utility>
+
 void RunMonitor::collisionTested()
 {
-    if (cancelAt_ <= 0 || ++testsSeen_ < cancelAt_)
+    runScheduled();
+    if (armed_.cancelAt <= 0 || ++armed_.cancelSeen < armed_.cancelAt)
         return;
     // Without an open dialog the cancel waits for the next test that has one.
     QProgressDialog* dialog = visibleProgressDialog();
     if (!dialog)
         return;
     record(QJsonObject{{QStringLiteral("type"), QStringLiteral("cancel")},
-                       {QStringLiteral("collisionTest"), testsSeen_},
+                       {QStringLiteral("collisionTest"), armed_.cancelSeen},
                        {QStringLiteral("title"), dialog->windowTitle()}});
-    cancelAt_ = 0;
+    armed_.cancelAt = 0;
     dialog->cancel();
+}
+
+void RunMonitor::runScheduled()
+{
+    for (Scheduled& scheduled : armed_.work)
+        ++scheduled.seen;
+    for (;;) {
+        const auto due = std::find_if(armed_.work.begin(), armed_.work.end(),
+                                      [](const Scheduled& scheduled) { return scheduled.seen >= scheduled.at; });
+        if (due == armed_.work.end())
+            return;
+        const std::function<void()> work = std::move(due->work);
+        armed_.work.erase(due);
+        // The work is an operation of its own: what it asks for its collision
+        // tests is its own, and the tests it makes are not the outer operation's.
+        Armed outer = std::move(armed_);
+        armed_ = Armed();
+        work();
+        armed_ = std::move(outer);
+    }
 }
 
 void RunMonitor::record(const QJsonObject& record)
@@ -50,12 +74,34 @@ void RunMonitor::checkProgress()
 
 void RunMonitor::cancelAtCollisionTest(int count)
 {
-    cancelAt_ = count;
-    testsSeen_ = 0;
+    armed_.cancelAt = count;
+    armed_.cancelSeen = 0;
+}
+
+void RunMonitor::runAtCollisionTest(int count, const QString& what, std::function<void()> work)
+{
+    armed_.work.push_back(Scheduled{what, count, 0, std::move(work)});
+}
+
+void RunMonitor::disarm()
+{
+    armed_ = Armed();
+}
+
+std::vector<RunMonitor::Pending> RunMonitor::pendingWork() const
+{
+    std::vector<Pending> pending;
+    for (const Scheduled& scheduled : armed_.work)
+        pending.push_back(Pending{scheduled.what, scheduled.at, scheduled.seen});
+    return pending;
 }
 
 QProgressDialog* RunMonitor::visibleProgressDialog()
 {
+    // A dialog opened while another one is busy (from inside its operation) is the one in front.
+    auto* front = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+    if (front && front->isVisible())
+        return front;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         auto* dialog = qobject_cast<QProgressDialog*>(widget);
         if (dialog && dialog->isVisible())

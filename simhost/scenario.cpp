@@ -19,6 +19,11 @@ bool isWholeNumber(const QJsonValue& value)
     return value.isDouble() && value.toDouble() == double(value.toInt(0)) && std::abs(value.toDouble()) < 1e9;
 }
 
+bool isCollisionTestNumber(const QJsonValue& value)
+{
+    return isWholeNumber(value) && value.toInt() >= 1;
+}
+
 bool isNameList(const QJsonValue& value)
 {
     if (!value.isArray())
@@ -80,8 +85,14 @@ const std::map<QString, StepRule>& stepRules()
          }, "{\"answer\": {\"pick\": name or null}} or {\"answer\": {\"question\": \"Yes\", \"No\" or \"Cancel\"}}"}},
         {"cancelAt", {{}, [](const QJsonObject& o) {
              const QJsonObject c = o.value("cancelAt").toObject();
-             return c.size() == 1 && isWholeNumber(c.value("collisionTest")) && c.value("collisionTest").toInt() >= 1;
+             return c.size() == 1 && isCollisionTestNumber(c.value("collisionTest"));
          }, "{\"cancelAt\": {\"collisionTest\": whole number from 1}}"}},
+        // The nested steps are checked one by one after the shape.
+        {"during", {{}, [](const QJsonObject& o) {
+             const QJsonObject d = o.value("during").toObject();
+             return hasOnly(d, {"collisionTest", "steps"}) && isCollisionTestNumber(d.value("collisionTest"))
+                 && d.value("steps").isArray();
+         }, "{\"during\": {\"collisionTest\": whole number from 1, \"steps\": [steps]}}"}},
         {"setJoints", {{}, [](const QJsonObject& o) {
              const QJsonObject s = o.value("setJoints").toObject();
              return hasOnly(s, {"robot", "joints"}) && s.value("robot").isString()
@@ -115,9 +126,9 @@ const std::map<QString, StepRule>& stepRules()
     return rules;
 }
 
-bool parseStep(const QJsonValue& value, int number, Step* step, QString* problem)
+bool parseStep(const QJsonValue& value, Step* step, QString* problem)
 {
-    const QString where = QStringLiteral("step %1").arg(number);
+    const QString where = step->label();
     if (!value.isObject()) {
         *problem = where + QStringLiteral(": a step must be a JSON object");
         return false;
@@ -140,7 +151,20 @@ bool parseStep(const QJsonValue& value, int number, Step* step, QString* problem
         *problem = QStringLiteral("%1: invalid \"%2\" step; expected %3").arg(where, kinds.first(), rule.expected);
         return false;
     }
-    *step = Step{number, kinds.first(), object};
+    step->kind = kinds.first();
+    step->object = object;
+    if (step->kind != QLatin1String("during"))
+        return true;
+    int position = 0;
+    for (const QJsonValue& nested : object.value(step->kind).toObject().value(QStringLiteral("steps")).toArray()) {
+        Step inner;
+        inner.number = step->number;
+        inner.nested = step->nested;
+        inner.nested.append(++position);
+        if (!parseStep(nested, &inner, problem))
+            return false;
+        step->steps.push_back(inner);
+    }
     return true;
 }
 
@@ -164,6 +188,17 @@ bool parseHost(const QJsonValue& value, HostSetup* host, QString* problem)
 }
 
 }  // namespace
+
+QString Step::label() const
+{
+    QString text = QStringLiteral("step %1").arg(number);
+    if (nested.isEmpty())
+        return text;
+    QStringList positions;
+    for (int position : nested)
+        positions << QString::number(position);
+    return text + QStringLiteral(", nested step ") + positions.join(QLatin1Char('.'));
+}
 
 namespace scenario_file {
 
@@ -192,7 +227,8 @@ bool parse(const QByteArray& contents, Scenario* scenario, QString* problem)
     int number = 0;
     for (const QJsonValue& value : root.value(QStringLiteral("steps")).toArray()) {
         Step step;
-        if (!parseStep(value, ++number, &step, problem))
+        step.number = ++number;
+        if (!parseStep(value, &step, problem))
             return false;
         scenario->steps.push_back(step);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QList>
 #include <QString>
 
 #include <vector>
@@ -14,9 +15,14 @@ struct HostSetup {
 // One step of a scenario, checked for its shape; item names are looked up
 // only when the step runs, since the plug-in creates items as it goes.
 struct Step {
-    int number = 0;  // 1-based position in "steps"
-    QString kind;    // the step's key: "command", "event", "select", "invoke"...
+    int number = 0;     // 1-based position in "steps" (of the outermost step that holds it)
+    QList<int> nested;  // 1-based positions inside "during" steps; empty for a step of "steps"
+    QString kind;       // the step's key: "command", "event", "select", "invoke"...
     QJsonObject object;
+    std::vector<Step> steps;  // a "during" step's own steps
+
+    // "step 3", or "step 3, nested step 2" (and "2.1" further in) for the steps of a "during".
+    QString label() const;
 };
 
 struct Scenario {

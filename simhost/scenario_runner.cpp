@@ -1,6 +1,7 @@
 #include "scenario_runner.h"
 
 #include "host_window.h"
+#include "number_text.h"
 #include "plugin_host.h"
 #include "question_answerer.h"
 #include "run_monitor.h"
@@ -11,6 +12,7 @@
 
 #include "vorlik/item_types.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QMenu>
@@ -19,7 +21,35 @@ namespace {
 
 QJsonObject stepRecord(const QString& type, const Step& step)
 {
-    return QJsonObject{{QStringLiteral("type"), type}, {QStringLiteral("step"), step.number}};
+    QJsonObject record{{QStringLiteral("type"), type}, {QStringLiteral("step"), step.number}};
+    if (!step.nested.isEmpty()) {
+        QJsonArray positions;
+        for (int position : step.nested)
+            positions.append(position);
+        record.insert(QStringLiteral("nested"), positions);
+    }
+    return record;
+}
+
+// Wall milliseconds since the clock started, to the microsecond.
+double millisecondsSince(const QElapsedTimer& clock)
+{
+    return double(clock.nsecsElapsed() / 1000) / 1000.0;
+}
+
+// Steps that ask something of the next operation rather than doing something themselves.
+bool armsNextOperation(const Step& step)
+{
+    return step.kind == QLatin1String("cancelAt") || step.kind == QLatin1String("answer")
+        || step.kind == QLatin1String("during");
+}
+
+// Steps that call the plug-in itself: a host calls none of these on a plug-in it unloaded.
+bool callsPlugin(const Step& step)
+{
+    static const QStringList kinds{QStringLiteral("command"), QStringLiteral("event"), QStringLiteral("invoke"),
+                                   QStringLiteral("contextMenu"), QStringLiteral("unload")};
+    return kinds.contains(step.kind);
 }
 
 }  // namespace
@@ -31,24 +61,59 @@ ScenarioRunner::ScenarioRunner(const Scenario& scenario, const QString& scenario
 
 bool ScenarioRunner::run(QString* error)
 {
-    for (const Step& step : scenario_.steps) {
+    const bool ran = runSteps(scenario_.steps, error);
+    host_.monitor.disarm();
+    return ran;
+}
+
+bool ScenarioRunner::runSteps(const std::vector<Step>& steps, QString* error)
+{
+    for (const Step& step : steps) {
         QString problem;
-        const bool ran = runStep(step, &problem);
+        bool ran = runStep(step, &problem);
         processHostEvents();
         host_.monitor.checkProgress();
-        // A cancel request holds for the operation that follows it only.
-        if (step.kind != QLatin1String("cancelAt") && step.kind != QLatin1String("answer"))
-            host_.monitor.disarmCancel();
-        if (!ran) {
-            *error = QStringLiteral("%1: step %2: %3").arg(path_).arg(step.number).arg(problem);
+        // What a step asks of the coming collision tests holds for the operation that follows it only.
+        if (!armsNextOperation(step)) {
+            ran = ran && checkDuringRan(&problem);
+            host_.monitor.disarm();
+        }
+        if (!nestedError_.isEmpty()) {
+            *error = nestedError_;
             return false;
         }
+        if (!ran) {
+            *error = QStringLiteral("%1: %2: %3").arg(path_, step.label(), problem);
+            return false;
+        }
+    }
+    // A "during" with no step after it: nothing can run its steps.
+    QString problem;
+    if (!checkDuringRan(&problem)) {
+        *error = QStringLiteral("%1: %2").arg(path_, problem);
+        return false;
+    }
+    return true;
+}
+
+bool ScenarioRunner::checkLoaded(const Step& step, QString* problem) const
+{
+    if (step.kind == QLatin1String("load") && host_.plugin.loaded()) {
+        *problem = QStringLiteral("the plug-in is already loaded");
+        return false;
+    }
+    if (callsPlugin(step) && !host_.plugin.loaded()) {
+        *problem = QStringLiteral("the plug-in is not loaded (an \"unload\" step came before): "
+                                  "\"%1\" cannot reach it").arg(step.kind);
+        return false;
     }
     return true;
 }
 
 bool ScenarioRunner::runStep(const Step& step, QString* problem)
 {
+    if (!checkLoaded(step, problem))
+        return false;
     const QJsonValue value = step.object.value(step.kind);
     IAppVorlik* plugin = host_.plugin.plugin();
     Station& station = host_.api.station();
@@ -74,6 +139,10 @@ bool ScenarioRunner::runStep(const Step& step, QString* problem)
         return runAnswer(value.toObject(), problem);
     if (step.kind == QLatin1String("cancelAt")) {
         host_.monitor.cancelAtCollisionTest(value.toObject().value(QStringLiteral("collisionTest")).toInt());
+        return true;
+    }
+    if (step.kind == QLatin1String("during")) {
+        armDuring(step);
         return true;
     }
     if (step.kind == QLatin1String("setJoints"))
@@ -115,12 +184,15 @@ bool ScenarioRunner::runCommand(const Step& step)
 {
     const QString command = step.object.value(QStringLiteral("command")).toString();
     const QJsonValue given = step.object.value(QStringLiteral("value"));
-    const QString value = given.isDouble() ? QString::number(given.toDouble()) : given.toString();
+    const QString value = given.isDouble() ? exactNumberText(given.toDouble()) : given.toString();
+    QElapsedTimer clock;
+    clock.start();
     const QString reply = host_.plugin.plugin()->pluginCommand(command, value);
     QJsonObject record = stepRecord(QStringLiteral("reply"), step);
     record.insert(QStringLiteral("command"), command);
     record.insert(QStringLiteral("value"), value);
     record.insert(QStringLiteral("reply"), reply);
+    record.insert(QStringLiteral("ms"), millisecondsSince(clock));
     host_.monitor.record(record);
     return true;
 }
@@ -129,14 +201,57 @@ bool ScenarioRunner::runInvoke(const Step& step, QString* problem)
 {
     const QString slot = step.object.value(QStringLiteral("invoke")).toString();
     QJsonValue value;
+    QElapsedTimer clock;
+    clock.start();
     if (!slot_invoker::invoke(host_.plugin.object(), slot, step.object.value(QStringLiteral("args")).toArray(),
                               host_.api.station(), &value, problem))
         return false;
     QJsonObject record = stepRecord(QStringLiteral("result"), step);
     record.insert(QStringLiteral("slot"), slot);
     record.insert(QStringLiteral("value"), value);
+    record.insert(QStringLiteral("ms"), millisecondsSince(clock));
     host_.monitor.record(record);
     return true;
+}
+
+void ScenarioRunner::armDuring(const Step& step)
+{
+    const int count = step.object.value(step.kind).toObject().value(QStringLiteral("collisionTest")).toInt();
+    host_.monitor.runAtCollisionTest(count, step.label(), [this, &step] { runDuring(step); });
+}
+
+void ScenarioRunner::runDuring(const Step& step)
+{
+    QJsonObject record = stepRecord(QStringLiteral("during"), step);
+    record.insert(QStringLiteral("collisionTest"),
+                  step.object.value(step.kind).toObject().value(QStringLiteral("collisionTest")));
+    host_.monitor.record(record);
+    // After a failed step nothing more of the scenario runs.
+    if (!nestedError_.isEmpty())
+        return;
+    QString error;
+    if (!runSteps(step.steps, &error) && nestedError_.isEmpty())
+        nestedError_ = error;
+}
+
+bool ScenarioRunner::checkDuringRan(QString* problem) const
+{
+    const auto pending = host_.monitor.pendingWork();
+    if (pending.empty())
+        return true;
+    *problem = QStringLiteral("the steps of the \"during\" at %1 never ran: they wait for collision test %2, "
+                              "and the host answered %3 after it")
+                   .arg(pending.front().what).arg(pending.front().at).arg(pending.front().seen);
+    return false;
+}
+
+void ScenarioRunner::sendEvent(int code)
+{
+    // A host tells only a loaded plug-in what happens to the station.
+    if (!host_.plugin.loaded())
+        return;
+    host_.plugin.plugin()->pluginEvent(code);
+    processHostEvents();
 }
 
 bool ScenarioRunner::runAnswer(const QJsonObject& answer, QString* problem)
@@ -200,8 +315,9 @@ bool ScenarioRunner::runWidgetStep(const Step& step, QString* problem)
     const QJsonValue value = step.object.value(step.kind);
     QJsonObject record = stepRecord(step.kind, step);
     if (step.kind == QLatin1String("form")) {
-        record = widget_steps::formRecord(host_.window);
-        record.insert(QStringLiteral("step"), step.number);
+        const QJsonObject form = widget_steps::formRecord(host_.window);
+        for (auto it = form.begin(); it != form.end(); ++it)
+            record.insert(it.key(), it.value());
     } else if (step.kind == QLatin1String("setValue")) {
         QJsonValue taken;
         if (!widget_steps::setValue(host_.window, value.toObject(), &taken, problem))
@@ -222,8 +338,7 @@ bool ScenarioRunner::runWidgetStep(const Step& step, QString* problem)
 
 bool ScenarioRunner::saveStation(const QString& name, QString* problem)
 {
-    host_.plugin.plugin()->pluginEvent(HostEvent::StationSaving);
-    processHostEvents();
+    sendEvent(HostEvent::StationSaving);
     return station_file::write(host_.api.station(), folder_.absoluteFilePath(name), problem);
 }
 
@@ -233,7 +348,7 @@ bool ScenarioRunner::openStation(const QString& name, QString* problem)
     if (!station)
         return false;
     host_.api.replaceStation(std::move(station));
-    host_.plugin.plugin()->pluginEvent(HostEvent::StationOpened);
+    sendEvent(HostEvent::StationOpened);
     return true;
 }
 

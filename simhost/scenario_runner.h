@@ -6,6 +6,8 @@
 #include <QJsonValue>
 #include <QString>
 
+#include <vector>
+
 class HostWindow;
 class PluginHost;
 class QuestionAnswerer;
@@ -14,7 +16,9 @@ class SimHostApi;
 class SimItem;
 
 // Runs the steps of a scenario against the loaded plug-in, one after the
-// other, recording replies, results and context menus.
+// other, recording replies and results (with the time each took) and context
+// menus. The steps of a "during" run later, from inside a collision test that
+// the host answers while the plug-in is busy.
 class ScenarioRunner {
 public:
     struct Host {
@@ -32,7 +36,13 @@ public:
     bool run(QString* error);
 
 private:
+    bool runSteps(const std::vector<Step>& steps, QString* error);
     bool runStep(const Step& step, QString* problem);
+    bool checkLoaded(const Step& step, QString* problem) const;
+    void armDuring(const Step& step);
+    void runDuring(const Step& step);
+    bool checkDuringRan(QString* problem) const;
+    void sendEvent(int code);
     bool runCommand(const Step& step);
     bool runInvoke(const Step& step, QString* problem);
     bool runAnswer(const QJsonObject& answer, QString* problem);
@@ -48,4 +58,6 @@ private:
     QString path_;
     QDir folder_;
     Host host_;
+    // The first problem of a step run by a "during"; it ends the run once the busy step returns.
+    QString nestedError_;
 };

@@ -1,8 +1,11 @@
 #include "probe_station.h"
 #include "sim_process.h"
+#include "step_time.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QProcess>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -63,7 +66,7 @@ TEST_F(ProbeRun, LifecycleCommandsAndMessagesAreRecordedInOrder)
     EXPECT_LT(toolbar, opened);
     EXPECT_LT(opened, closing);
     EXPECT_LT(closing, unloaded);
-    EXPECT_EQ(done.single(QStringLiteral("reply")),
+    EXPECT_EQ(withoutStepTime(done.single(QStringLiteral("reply"))),
               (QJsonObject{{"type", "reply"}, {"step", 1}, {"command", "message"}, {"value", "Hello"}, {"reply", "shown"}}));
     EXPECT_EQ(done.single(QStringLiteral("message")),
               (QJsonObject{{"type", "message"}, {"text", "Hello"}, {"popup", true}}));
@@ -94,7 +97,7 @@ TEST_F(ProbeRun, SelectionAndSlotsByName)
     EXPECT_EQ(resultOf(done, 9), QJsonValue("x 3 2.5"));
     EXPECT_EQ(resultOf(done, 10), QJsonValue());
     const QJsonObject result = done.ofType(QStringLiteral("result")).front();
-    EXPECT_EQ(result.value("slot"), QJsonValue("IsTarget"));
+    EXPECT_EQ(withoutStepTime(result), (QJsonObject{{"type", "result"}, {"step", 3}, {"slot", "IsTarget"}, {"value", true}}));
 }
 
 TEST_F(ProbeRun, PicksAndQuestionsTakeQueuedAnswers)
@@ -195,6 +198,59 @@ TEST_F(ProbeRun, UnloadAndLoadAgain)
     EXPECT_EQ(lines.count(QStringLiteral("Probe loaded with vorlik-sim")), 2);
     EXPECT_EQ(lines.count(QStringLiteral("Probe unloaded")), 2);
     EXPECT_EQ(replies(done), QStringList{"utilities=0 collision=yes"});
+}
+
+TEST_F(ProbeRun, RepliesAndResultsTellHowLongTheirStepTookAndPrintShowsIt)
+{
+    folder.write(QStringLiteral("scenario.json"),
+                 R"({"steps": [{"command": "progress", "value": "20"}, {"invoke": "IsTarget", "args": ["Home"]}]})");
+    const QStringList arguments{folder.path(QStringLiteral("station.json")), QStringLiteral("--script"),
+                                folder.path(QStringLiteral("scenario.json")), QStringLiteral("--transcript"),
+                                folder.path(QStringLiteral("out.jsonl")), QStringLiteral("--plugin"),
+                                QStringLiteral(PROBE_PLUGIN_PATH), QStringLiteral("--print")};
+    QProcess process;
+    process.start(QStringLiteral(VORLIK_SIM_PATH), arguments);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 0);
+    const QString printed = QString::fromUtf8(process.readAllStandardOutput());
+    const QRegularExpression timed(QStringLiteral("command progress \"20\" -> done  \\((\\d+\\.\\d) ms\\)"));
+    const QRegularExpressionMatch match = timed.match(printed);
+    ASSERT_TRUE(match.hasMatch()) << printed.toStdString();
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("IsTarget -> true  \\(\\d+\\.\\d ms\\)")).match(printed).hasMatch())
+        << printed.toStdString();
+
+    const SimRun done = folder.runWith(arguments);
+    const QJsonObject reply = done.single(QStringLiteral("reply"));
+    const QJsonObject result = done.single(QStringLiteral("result"));
+    EXPECT_EQ(withoutStepTime(reply).value("reply"), QJsonValue("done"));
+    EXPECT_EQ(withoutStepTime(result).value("value"), QJsonValue(true));
+}
+
+TEST_F(ProbeRun, SavedStationKeepsUnknownFieldsAndExactNumbers)
+{
+    QJsonObject station = QJsonDocument::fromJson(probeStation).object();
+    station.insert("comment", "kept");
+    station.insert("params", QJsonObject{{"PathStepCollisionDeg", 2.123456789}});
+    QJsonArray robots = station.value("robots").toArray();
+    QJsonObject robot = robots[0].toObject();
+    robot.insert("color", "#ff8800");
+    robot.insert("joints", QJsonArray{0.1, 1.0 / 3.0, -2.5e-7});
+    robots[0] = robot;
+    station.insert("robots", robots);
+    folder.write(QStringLiteral("annotated.json"), QJsonDocument(station).toJson());
+    folder.write(QStringLiteral("scenario.json"), R"({"steps": [{"command": "param", "value": "PathStepCollisionDeg="},
+                                                                 {"command": "joints", "value": "Arm1"}]})");
+    const SimRun done = folder.run(QStringLiteral("annotated.json"), QStringLiteral("scenario.json"),
+                                   {QStringLiteral("--save"), folder.path(QStringLiteral("saved.json"))});
+    ASSERT_EQ(done.exitCode, 0) << done.errorOutput.toStdString();
+    // The plug-in reads the parameter as the file wrote it.
+    EXPECT_EQ(replies(done).value(0), QStringLiteral("2.123456789"));
+    const QJsonObject saved = QJsonDocument::fromJson(folder.read(QStringLiteral("saved.json"))).object();
+    EXPECT_EQ(saved.value("comment"), QJsonValue("kept"));
+    EXPECT_EQ(saved.value("params").toObject().value("PathStepCollisionDeg"), QJsonValue(2.123456789));
+    const QJsonObject savedRobot = saved.value("robots").toArray()[0].toObject();
+    EXPECT_EQ(savedRobot.value("color"), QJsonValue("#ff8800"));
+    EXPECT_EQ(savedRobot.value("joints"), (QJsonArray{0.1, 1.0 / 3.0, -2.5e-7}));
 }
 
 TEST_F(ProbeRun, SavedStationRoundTripsThroughTheHost)

@@ -36,6 +36,49 @@ TEST(ScenarioFile, ReadsEveryKindOfStepInOrder)
     EXPECT_EQ(scenario.steps[14].number, 15);
 }
 
+TEST(ScenarioFile, DuringStepsHoldStepsOfEveryKindNumberedInsideTheirStep)
+{
+    const QByteArray text = R"({"steps": [
+        {"command": "Samples", "value": "50"},
+        {"during": {"collisionTest": 7, "steps": [
+            {"command": "Info"}, {"unload": true},
+            {"during": {"collisionTest": 1, "steps": [{"deleteItem": "T1"}]}}, {"command": "Calc"}]}},
+        {"command": "Calc"}]})";
+    Scenario scenario;
+    QString problem;
+    ASSERT_TRUE(scenario_file::parse(text, &scenario, &problem)) << problem.toStdString();
+    ASSERT_EQ(scenario.steps.size(), 3u);
+    const Step& during = scenario.steps[1];
+    EXPECT_EQ(during.kind, QStringLiteral("during"));
+    EXPECT_EQ(during.label(), QStringLiteral("step 2"));
+    ASSERT_EQ(during.steps.size(), 4u);
+    EXPECT_EQ(during.steps[1].kind, QStringLiteral("unload"));
+    EXPECT_EQ(during.steps[1].number, 2);
+    EXPECT_EQ(during.steps[1].nested, QList<int>{2});
+    EXPECT_EQ(during.steps[1].label(), QStringLiteral("step 2, nested step 2"));
+    const Step& deepest = during.steps[2].steps.at(0);
+    EXPECT_EQ(deepest.kind, QStringLiteral("deleteItem"));
+    EXPECT_EQ(deepest.label(), QStringLiteral("step 2, nested step 3.1"));
+    EXPECT_TRUE(scenario.steps[2].steps.empty());
+}
+
+TEST(ScenarioFile, DuringStepsAreCheckedStepByStep)
+{
+    EXPECT_EQ(problemOf(R"({"steps": [{"during": {"collisionTest": 2, "steps": [{"event": 4}, {"fly": 1}]}}]})"),
+              QStringLiteral("step 1, nested step 2: unknown step {\"fly\"}"));
+    EXPECT_EQ(problemOf(R"({"steps": [{"event": 1}, {"during": {"collisionTest": 1, "steps": [
+                            {"during": {"collisionTest": 1, "steps": [{"select": "T1"}]}}]}}]})"),
+              QStringLiteral("step 2, nested step 1.1: invalid \"select\" step; expected {\"select\": [item names]}"));
+    for (const QByteArray during : {R"({"collisionTest": 0, "steps": []})", R"({"collisionTest": 1.5, "steps": []})",
+                                    R"({"collisionTest": 1})", R"({"steps": []})", R"({"collisionTest": 1, "steps": {}})",
+                                    R"({"collisionTest": 1, "steps": [], "then": 1})", R"([1, []])"}) {
+        EXPECT_EQ(problemOf(R"({"steps": [{"during": )" + during + "}]}"),
+                  QStringLiteral("step 1: invalid \"during\" step; expected {\"during\": {\"collisionTest\": whole "
+                                 "number from 1, \"steps\": [steps]}}"))
+            << during.toStdString();
+    }
+}
+
 TEST(ScenarioFile, HostDefaultsToEmptyUtilitiesAndACollisionMenu)
 {
     Scenario scenario;

@@ -6,8 +6,7 @@
 
 ZELVANE_SANITIZER_HOOK const char* __asan_default_options()
 {
-    return "detect_leaks=1:print_suppressions=0:strict_string_checks=1:detect_stack_use_after_return=1:"
-           "check_initialization_order=1";
+    return "detect_leaks=1:print_suppressions=0:detect_stack_use_after_return=1:check_initialization_order=1";
 }
 
 ZELVANE_SANITIZER_HOOK const char* __ubsan_default_options()

@@ -15,8 +15,9 @@ ZELVANE_SANITIZER_HOOK const char* __ubsan_default_options()
 }
 
 // Qt 5's offscreen platform (the tests' and headless runs') never deletes its
-// screen; Qt's libraries have no frame pointers, so those allocations show
-// only their first frame. Leaks of ours show our own frames and stay reported.
+// screen, and D-Bus, which Qt's X platform starts, keeps a buffer to the end;
+// Qt's libraries have no frame pointers, so those allocations show only their
+// first frame. Leaks of ours show our own frames and stay reported.
 ZELVANE_SANITIZER_HOOK const char* __lsan_default_suppressions()
 {
     return "leak:libqoffscreen.so\n"
@@ -24,5 +25,6 @@ ZELVANE_SANITIZER_HOOK const char* __lsan_default_suppressions()
            "leak:QPlatformScreen::QPlatformScreen\n"
            "leak:QWindowSystemInterface::handleScreenAdded\n"
            "leak:QtSharedPointer::ExternalRefCountData::getAndRef\n"
-           "leak:QObject::QObject\n";
+           "leak:QObject::QObject\n"
+           "leak:libdbus-1.so\n";
 }

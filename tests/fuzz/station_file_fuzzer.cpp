@@ -4,12 +4,51 @@
 #include "station_file.h"
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QString>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
+
+namespace {
+
+// The same JSON, objects compared as sets of keys: Qt 5 orders keys that hold
+// a NUL character differently from one object to the next.
+bool sameJson(const QJsonValue& a, const QJsonValue& b)
+{
+    if (a.type() != b.type())
+        return false;
+    if (a.isArray()) {
+        const QJsonArray x = a.toArray(), y = b.toArray();
+        if (x.size() != y.size())
+            return false;
+        for (int i = 0; i < x.size(); ++i) {
+            if (!sameJson(x[i], y[i]))
+                return false;
+        }
+        return true;
+    }
+    if (!a.isObject())
+        return a == b;
+    std::map<QString, QJsonValue> x, y;
+    const QJsonObject first = a.toObject(), second = b.toObject();
+    for (auto it = first.begin(); it != first.end(); ++it)
+        x.emplace(it.key(), it.value());
+    for (auto it = second.begin(); it != second.end(); ++it)
+        y.emplace(it.key(), it.value());
+    if (x.size() != y.size() || x.size() != size_t(first.size()) || y.size() != size_t(second.size()))
+        return false;
+    for (auto i = x.begin(), j = y.begin(); i != x.end(); ++i, ++j) {
+        if (i->first != j->first || !sameJson(i->second, j->second))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
@@ -26,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         std::fprintf(stderr, "a saved station does not read back: %s\n", qUtf8Printable(problem));
         std::abort();
     }
-    if (station_file::toJson(*again) != saved) {
+    if (!sameJson(station_file::toJson(*again), saved)) {
         std::fprintf(stderr, "a saved station reads back as another one\n");
         std::abort();
     }

@@ -93,7 +93,7 @@ void addTargets(OperationScope& operation, const QList<Item>& targets, int joint
         const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
         qDebug().noquote().nospace() << "Done adding first node";
         progress.finish();
-        if (operation.abandoned())
+        if (!session.robotStillThere() || operation.abandoned())
             return;
         switch (outcome) {
         case Insertion::AlreadyPresent:
@@ -132,7 +132,7 @@ bool addRobotPosition(OperationScope& operation, const JointVector& joints, cons
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding current robot position"));
     const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
     progress.finish();
-    if (operation.abandoned())
+    if (!session.robotStillThere() || operation.abandoned())
         return false;
     bool added = true;
     switch (outcome) {

@@ -139,6 +139,7 @@ void computeMap(OperationScope& operation)
     RobotMap& work = operation.workMap();
     buildRoadmap(robot, parameters, seeds.get(), work.samples(), work.graph());
     seeds.reset();
+    session.robotStillThere();
 
     if (operation.abandoned()) {
         // The robot or the station is gone: nothing built for it is kept.

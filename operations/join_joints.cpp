@@ -232,7 +232,7 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     robot->joints(keptJoints);
     host->setRenderMode(1);
 
-    const bool found = findRoute(operation, silent, jnts1, jnts2, progname);
+    const bool found = findRoute(operation, silent, jnts1, jnts2, progname) && session.robotStillThere();
     std::vector<ViaPoint> points = routePoints(session.map());
     // Shortened while the display waits, before the robot goes back.
     if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {

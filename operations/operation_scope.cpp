@@ -1,6 +1,8 @@
 // Opening and closing an operation on the session.
 #include "operation_scope.h"
 
+#include "progress_reporter.h"
+
 OperationScope::OperationScope(PlannerSession& session, bool silent) : session_(session.shared_from_this())
 {
     if (session_->busy()) {
@@ -9,10 +11,15 @@ OperationScope::OperationScope(PlannerSession& session, bool silent) : session_(
     }
     started_ = true;
     session_->operationStarted();
+    // The robot may go while the dialog lets the user act; then the operation stops.
+    PlannerSession* watched = session_.get();
+    progressReporter().setWatch([watched] { watched->robotStillThere(); });
 }
 
 OperationScope::~OperationScope()
 {
-    if (started_)
-        session_->operationEnded();
+    if (!started_)
+        return;
+    progressReporter().setWatch(nullptr);
+    session_->operationEnded();
 }

@@ -17,6 +17,9 @@ namespace {
 // One operation at a time in the process: the progress dialog is one too.
 int running = 0;
 
+const char* const RobotGoneText = QT_TRANSLATE_NOOP(
+    "PluginAutoPRM", "The robot was deleted: the running operation was stopped and nothing it computed was kept.");
+
 const char* const BusyText = QT_TRANSLATE_NOOP(
     "PluginAutoPRM", "The collision-free planner is busy with another operation. Wait for it to finish or cancel it.");
 }  // namespace
@@ -49,6 +52,25 @@ bool PlannerSession::requireRobot(bool silent)
 bool PlannerSession::selectRobot(bool autoSelect, const QString& name)
 {
     return callbacks_.selectRobot ? callbacks_.selectRobot(autoSelect, name) : false;
+}
+
+void PlannerSession::robotGone()
+{
+    // The handle may already dangle: the message cannot name the robot.
+    if (operations_ > 0 && abandonment_ == Abandonment::None)
+        host_->showMessage(planTr(RobotGoneText), false);
+    abandonOperation(Abandonment::RobotDeleted);
+    robot_ = nullptr;
+    whenIdle([this] { selectRobot(true, QString()); });
+}
+
+bool PlannerSession::robotStillThere()
+{
+    if (!robot_ || host_->isValidItem(robot_))
+        return true;
+    qDebug().noquote().nospace() << "The robot is gone from the station";
+    robotGone();
+    return false;
 }
 
 void PlannerSession::notifyChanged()

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class HostApi;
@@ -40,6 +41,7 @@ class MapKey {
 class PlannerSession : public std::enable_shared_from_this<PlannerSession> {
 public:
     PlannerSession(HostApi* host, QMainWindow* mainWindow, SessionCallbacks callbacks);
+    void setCallbacks(SessionCallbacks callbacks) { callbacks_ = std::move(callbacks); }
     PlannerSession(const PlannerSession&) = delete;
     PlannerSession& operator=(const PlannerSession&) = delete;
 
@@ -63,6 +65,12 @@ public:
     bool requireRobot(bool silent);
     // Chooses a robot the plug-in's way (by name, the first one, or the user's pick).
     bool selectRobot(bool autoSelect, const QString& name);
+    // The chosen robot is gone from the station: its handle is dropped unsaved
+    // (there is nothing to save under), a running operation stops, and another
+    // robot is chosen once none runs.
+    void robotGone();
+    // Asks the host whether the chosen robot is still there; robotGone() if not.
+    bool robotStillThere();
 
     // The map, for everyone to read, and to change for those with the key.
     const RobotMap& map() const { return map_; }

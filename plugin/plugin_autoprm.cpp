@@ -71,10 +71,18 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
 
         // A load without an unload first (or during one still unwinding) starts over.
         tearDownInterface();
+        session_ = std::make_shared<PlannerSession>(hostApi_, mainWindow_, SessionCallbacks());
+        // A session the plug-in let go of (an unload) reaches it no more.
+        const PlannerSession* own = session_.get();
         SessionCallbacks callbacks;
-        callbacks.changed = [this] { emit UpdateForm(); };
-        callbacks.selectRobot = [this](bool autoSelect, const QString& name) { return selectRobot(autoSelect, name); };
-        session_ = std::make_shared<PlannerSession>(hostApi_, mainWindow_, std::move(callbacks));
+        callbacks.changed = [this, own] {
+            if (session_.get() == own)
+                emit UpdateForm();
+        };
+        callbacks.selectRobot = [this, own](bool autoSelect, const QString& name) {
+            return session_.get() == own && selectRobot(autoSelect, name);
+        };
+        session_->setCallbacks(std::move(callbacks));
         samplePositions_ = makeScopedMatrix();
 
         setRoadmapHost(hostApi_);
@@ -233,15 +241,7 @@ void PluginAutoPRM::stationChanged()
         emit UpdateForm();
         return;
     }
-    // The robot is gone: its handle is dropped unsaved (there is nothing to
-    // save it under), and another is chosen once no operation needs the old one.
-    session.abandonOperation(Abandonment::RobotDeleted);
-    session.setRobot(nullptr);
-    std::weak_ptr<PlannerSession> weak = session_;
-    session.whenIdle([this, weak] {
-        if (session_ && session_ == weak.lock())
-            selectRobot(true, QString());
-    });
+    session.robotGone();
 }
 
 void PluginAutoPRM::stationOpened()

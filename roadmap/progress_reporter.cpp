@@ -74,6 +74,8 @@ bool ProgressReporter::update(int value)
     }
     if (refreshDue_ || sinceRefresh_.elapsed() >= RefreshIntervalMs)
         refresh();
+    if (watch_)
+        watch_();
     return false;
 }
 

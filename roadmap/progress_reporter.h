@@ -7,6 +7,8 @@
 #include <QProgressDialog>
 #include <QString>
 
+#include <functional>
+
 class QLabel;
 class QWidget;
 
@@ -39,6 +41,10 @@ public:
     void abandon();
     bool abandoned() const { return abandoned_; }
     void endAbandonment() { abandoned_ = false; }
+    // Called at every update, after the event loop may have run: how a running
+    // operation learns that its robot is gone when nobody tells it. Empty:
+    // nothing is called.
+    void setWatch(std::function<void()> watch) { watch_ = std::move(watch); }
     QProgressDialog* dialog() const { return dialog_; }
 
     static constexpr int RefreshIntervalMs = 30;
@@ -54,6 +60,7 @@ private:
     QElapsedTimer sinceRefresh_;
     bool refreshDue_ = false;
     bool abandoned_ = false;
+    std::function<void()> watch_;
     bool cancelled_ = false;
     QString title_;
     QString headline_;

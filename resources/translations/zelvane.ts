@@ -132,6 +132,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>The robot was deleted: the running operation was stopped and nothing it computed was kept.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The collision-free planner is busy with another operation. Wait for it to finish or cancel it.</source>
         <translation type="unfinished"></translation>
     </message>

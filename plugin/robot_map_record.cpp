@@ -147,7 +147,8 @@ bool readHead(RecordReader& reader, const char* what, MatrixHead* head, QString*
                        .arg(head->columns);
         return false;
     }
-    if (int64_t(head->rows) * head->columns * ElementBytes > reader.bytesLeft()) {
+    // Counted in elements: in bytes, two sizes near 2^31 would overflow.
+    if (int64_t(head->rows) * head->columns > reader.bytesLeft() / ElementBytes) {
         *problem = QStringLiteral("the %1 matrix claims %2 x %3 values, more than the record holds")
                        .arg(QLatin1String(what))
                        .arg(head->rows)

@@ -103,6 +103,12 @@ TEST_F(DamagedRecord, SamplesClaimingMoreElementsThanTheRecordHolds)
     expectRefused(matrixRecord(2, {6, 2147483647}, {}), "more than the record holds");
 }
 
+TEST_F(DamagedRecord, SizesWhoseByteCountOverflowsSixtyFourBits)
+{
+    // 2^31-1 squared, times 8 bytes, wraps around in 64 bits.
+    expectRefused(matrixRecord(2, {2147483647, 2147483647}, {}), "more than the record holds");
+}
+
 TEST_F(DamagedRecord, AMillionDimensions)
 {
     expectRefused(matrixRecord(1000000, {}, {}), "1000000 dimensions");

@@ -17,6 +17,7 @@ public:
     void hostCalled() override { ++calls; }
     void collisionTested() override { ++tests; }
     void record(const QJsonObject& record) override { records.push_back(record); }
+    bool recording() const override { return true; }
 
     int calls = 0;
     int tests = 0;

@@ -11,6 +11,8 @@
 #include <QProgressDialog>
 #include <QStatusBar>
 
+#include <cstdlib>
+
 QString ProbePlugin::pluginLoad(QMainWindow* mainWindow, QMenuBar*, QStatusBar* statusBar, HostApi* hostApi,
                                 const QString& settings)
 {
@@ -70,6 +72,11 @@ QString ProbePlugin::pluginCommand(const QString& command, const QString& value)
     }
     if (command == QLatin1String("progress"))
         return runProgress(value.toInt());
+    if (command == QLatin1String("crash")) {
+        // A plug-in that dies in the host's process: what happened so far must still be on file.
+        qDebug().noquote() << "Probe crashing";
+        std::abort();
+    }
     if (command == QLatin1String("collisions"))
         return QString::number(host_->collisions());
     if (command == QLatin1String("param")) {

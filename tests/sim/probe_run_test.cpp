@@ -78,6 +78,17 @@ TEST_F(ProbeRun, LifecycleCommandsAndMessagesAreRecordedInOrder)
     EXPECT_EQ(order, (QStringList{"message", "reply"}));
 }
 
+TEST_F(ProbeRun, ATranscriptKeepsWhatHappenedBeforeThePluginKilledTheHost)
+{
+    folder.write(QStringLiteral("scenario.json"),
+                 R"({"steps": [{"command": "message", "value": "Hello"}, {"command": "crash"}]})");
+    const SimRun done = folder.run(QStringLiteral("station.json"), QStringLiteral("scenario.json"));
+    EXPECT_NE(done.exitCode, 0);
+    EXPECT_EQ(replies(done), QStringList{QStringLiteral("shown")});
+    ASSERT_FALSE(logLines(done).isEmpty());
+    EXPECT_EQ(logLines(done).last(), QStringLiteral("Probe crashing"));
+}
+
 TEST_F(ProbeRun, SelectionAndSlotsByName)
 {
     const SimRun done = run(R"({"steps": [

@@ -57,6 +57,7 @@ public:
     void hostCalled() override {}
     void collisionTested() override {}
     void record(const QJsonObject&) override {}
+    bool recording() const override { return false; }
 };
 
 bool sameBits(double a, double b)

@@ -48,6 +48,7 @@ public:
     void hostCalled() override {}
     void collisionTested() override {}
     void record(const QJsonObject&) override {}
+    bool recording() const override { return false; }
 };
 
 struct Result {

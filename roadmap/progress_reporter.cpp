@@ -74,8 +74,6 @@ bool ProgressReporter::update(int value)
     }
     if (refreshDue_ || sinceRefresh_.elapsed() >= RefreshIntervalMs)
         refresh();
-    if (watch_)
-        watch_();
     return false;
 }
 
@@ -101,6 +99,8 @@ void ProgressReporter::refresh()
     if (bar_)
         bar_->setUpdatesEnabled(false);
     sinceRefresh_.start();
+    if (watch_)
+        watch_();
 }
 
 bool ProgressReporter::attempt(int attemptNumber)

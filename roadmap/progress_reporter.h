@@ -41,9 +41,9 @@ public:
     void abandon();
     bool abandoned() const { return abandoned_; }
     void endAbandonment() { abandoned_ = false; }
-    // Called at every update, after the event loop may have run: how a running
-    // operation learns that its robot is gone when nobody tells it. Empty:
-    // nothing is called.
+    // Called after the event loop ran, where a person's click takes effect: how
+    // a running operation learns that its robot is gone when nobody tells it.
+    // Empty: nothing is called.
     void setWatch(std::function<void()> watch) { watch_ = std::move(watch); }
     QProgressDialog* dialog() const { return dialog_; }
 

@@ -12,6 +12,8 @@ public:
     virtual void collisionTested() = 0;
     // A transcript record of something the plug-in made the host do.
     virtual void record(const QJsonObject& record) = 0;
+    // Whether records are kept at all: building one costs more than most answers.
+    virtual bool recording() const = 0;
 
 protected:
     ~HostMonitor() = default;

@@ -50,8 +50,15 @@ void RunMonitor::record(const QJsonObject& record)
     transcript_.write(record);
 }
 
+bool RunMonitor::recording() const
+{
+    return transcript_.recording();
+}
+
 void RunMonitor::checkProgress()
 {
+    if (!transcript_.recording())
+        return;
     QProgressDialog* dialog = visibleProgressDialog();
     if (!dialog) {
         haveLast_ = false;
@@ -98,8 +105,13 @@ std::vector<RunMonitor::Pending> RunMonitor::pendingWork() const
 
 QProgressDialog* RunMonitor::visibleProgressDialog()
 {
+    // Progress dialogs are modal (the planner's is): with no modal window up,
+    // none is showing, and this is asked at every call of the plug-in.
+    QWidget* modal = QApplication::activeModalWidget();
+    if (!modal)
+        return nullptr;
     // A dialog opened while another one is busy (from inside its operation) is the one in front.
-    auto* front = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+    auto* front = qobject_cast<QProgressDialog*>(modal);
     if (front && front->isVisible())
         return front;
     for (QWidget* widget : QApplication::topLevelWidgets()) {

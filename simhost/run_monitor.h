@@ -21,6 +21,7 @@ public:
     void hostCalled() override { checkProgress(); }
     void collisionTested() override;
     void record(const QJsonObject& record) override;
+    bool recording() const override;
 
     // Writes a "progress" record when the visible dialog's label or value changed.
     void checkProgress();

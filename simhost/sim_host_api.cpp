@@ -10,6 +10,8 @@
 #include <QMessageBox>
 #include <QStatusBar>
 
+#include <algorithm>
+
 namespace {
 
 const QString pathStepParam = QStringLiteral("PathStepCollisionDeg");
@@ -210,25 +212,30 @@ void SimHostApi::drawGeometry(int primitive, const double* points, int pointCoun
     SceneDrawing drawing;
     drawing.primitive = primitive;
     drawing.width = lineWidth;
-    QJsonArray pointList;
-    for (int i = 0; points && i < pointCount; ++i) {
-        pointList.append(QJsonArray{points[3 * i], points[3 * i + 1], points[3 * i + 2]});
-        drawing.points.insert(drawing.points.end(), points + 3 * i, points + 3 * i + 3);
-    }
-    QJsonArray rgba;
-    for (int i = 0; color && i < 4; ++i) {
-        rgba.append(plainFloat(color[i]));
+    if (points)
+        drawing.points.assign(points, points + 3 * std::max(pointCount, 0));
+    for (int i = 0; color && i < 4; ++i)
         drawing.color[size_t(i)] = color[i];
+    QJsonObject record;
+    if (monitor_->recording()) {
+        QJsonArray pointList;
+        for (int i = 0; points && i < pointCount; ++i)
+            pointList.append(QJsonArray{points[3 * i], points[3 * i + 1], points[3 * i + 2]});
+        QJsonArray rgba;
+        for (int i = 0; color && i < 4; ++i)
+            rgba.append(plainFloat(color[i]));
+        record = QJsonObject{{QStringLiteral("type"), QStringLiteral("draw")},
+                             {QStringLiteral("primitive"), primitive},
+                             {QStringLiteral("count"), pointCount},
+                             {QStringLiteral("color"), rgba},
+                             {QStringLiteral("width"), plainFloat(lineWidth)},
+                             {QStringLiteral("points"), pointList}};
     }
     drawings_.add(std::move(drawing));
     if (scene_)
         scene_->sceneChanged();
-    monitor_->record(QJsonObject{{QStringLiteral("type"), QStringLiteral("draw")},
-                                 {QStringLiteral("primitive"), primitive},
-                                 {QStringLiteral("count"), pointCount},
-                                 {QStringLiteral("color"), rgba},
-                                 {QStringLiteral("width"), plainFloat(lineWidth)},
-                                 {QStringLiteral("points"), pointList}});
+    if (!record.isEmpty())
+        monitor_->record(record);
 }
 
 void SimHostApi::hostCalled()

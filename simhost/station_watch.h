@@ -20,6 +20,7 @@ public:
     }
     void collisionTested() override { next_.collisionTested(); }
     void record(const QJsonObject& record) override { next_.record(record); }
+    bool recording() const override { return next_.recording(); }
 
 private:
     HostMonitor& next_;

@@ -17,7 +17,7 @@ namespace {
 
 // The same JSON, objects compared as maps of keys: Qt 5 orders keys that hold
 // a NUL character differently from one object to the next, and may then hold
-// such a key twice, of which a reader sees one.
+// such a key twice, of which a reader looking the key up sees one.
 bool sameJson(const QJsonValue& a, const QJsonValue& b)
 {
     if (a.type() != b.type())
@@ -36,10 +36,11 @@ bool sameJson(const QJsonValue& a, const QJsonValue& b)
         return a == b;
     std::map<QString, QJsonValue> x, y;
     const QJsonObject first = a.toObject(), second = b.toObject();
+    // Each key with the value a reader looking it up gets.
     for (auto it = first.begin(); it != first.end(); ++it)
-        x.insert_or_assign(it.key(), it.value());
+        x.insert_or_assign(it.key(), first.value(it.key()));
     for (auto it = second.begin(); it != second.end(); ++it)
-        y.insert_or_assign(it.key(), it.value());
+        y.insert_or_assign(it.key(), second.value(it.key()));
     if (x.size() != y.size())
         return false;
     for (auto i = x.begin(), j = y.begin(); i != x.end(); ++i, ++j) {
@@ -47,6 +48,28 @@ bool sameJson(const QJsonValue& a, const QJsonValue& b)
             return false;
     }
     return true;
+}
+
+// Qt 5 cannot hold keys with a NUL character consistently (it sorts them one
+// way and looks them up another, and may keep one twice): files with such keys
+// are still read here, but their round trip says nothing about our code.
+bool hasKeyWithNul(const QJsonValue& value)
+{
+    if (value.isArray()) {
+        for (const QJsonValue& element : value.toArray()) {
+            if (hasKeyWithNul(element))
+                return true;
+        }
+        return false;
+    }
+    if (!value.isObject())
+        return false;
+    const QJsonObject object = value.toObject();
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        if (it.key().contains(QChar(0)) || hasKeyWithNul(it.value()))
+            return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -61,6 +84,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     }
     const QJsonObject saved = station_file::toJson(*station);
+    if (hasKeyWithNul(saved))
+        return 0;
     const auto again = station_file::parse(QJsonDocument(saved).toJson(), &problem);
     if (!again) {
         std::fprintf(stderr, "a saved station does not read back: %s\n", qUtf8Printable(problem));

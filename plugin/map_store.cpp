@@ -7,10 +7,12 @@
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
-#include <QDataStream>
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QDebug>
+#include <QIODevice>
 #include <QStringList>
+#include <QtEndian>
 
 #include <cmath>
 
@@ -47,6 +49,17 @@ int jointCountOf(HostItem* robot)
     robot->jointLimits(lower, upper);
     return lower.count();
 }
+
+// Whether the string stored at offset (a 32-bit byte count, all ones for a
+// null string, then the UTF-16 text) lies within the record.
+bool storedStringFits(const QByteArray& bytes, qint64 offset)
+{
+    if (offset < 0 || offset + 4 > bytes.size())
+        return false;
+    const quint32 length = qFromBigEndian<quint32>(bytes.constData() + offset);
+    return length == 0xffffffffu || length <= quint64(bytes.size() - offset - 4);
+}
+
 }  // namespace
 
 MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
@@ -109,7 +122,13 @@ bool MapStore::loadSettings()
     qint32 edges = 0;
     qint32 newNodeEdges = 0;
     QString storedRobot;
-    stream >> edges >> settings.robotStepDeg >> newNodeEdges >> settings.displaySamples >> storedRobot;
+    stream >> edges >> settings.robotStepDeg >> newNodeEdges >> settings.displaySamples;
+    // The robot's name is read only when the record holds the length it claims:
+    // the stream would first allocate up to 2 MB for a name that is not there.
+    if (stream.status() == QDataStream::Ok && storedStringFits(bytes, stream.device()->pos()))
+        stream >> storedRobot;
+    else
+        stream.setStatus(QDataStream::ReadPastEnd);
     settings.edgesPerSample = edges;
     settings.newNodeEdges = newNodeEdges;
     if (stream.status() != QDataStream::Ok) {

@@ -226,6 +226,22 @@ TEST_F(DamagedRecord, SettingsRecordCutShortFallsBackToTheDefaults)
     EXPECT_TRUE(hasMessage("The planner's settings stored in the station are damaged: the defaults are used.", false));
 }
 
+TEST_F(DamagedRecord, SettingsRecordWhoseRobotNameClaimsMoreThanItHoldsFallsBackToTheDefaults)
+{
+    QByteArray bytes;
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << qint32(60) << qint32(8) << 2.0 << qint32(5) << true;
+        stream << quint32(0x7ffffffe);  // a name of 2 GB, then nothing
+        stream.writeRawData("\0A\0r\0m", 6);
+    }
+    host.dataParams["Zelvane"] = bytes;
+    setSettings([](PlannerSettings& s) { s.samples = 7; });
+    EXPECT_FALSE(plugin->loadSettings());
+    EXPECT_EQ(settings().samples, 100);
+    EXPECT_TRUE(hasMessage("The planner's settings stored in the station are damaged: the defaults are used.", false));
+}
+
 TEST_F(DamagedRecord, SettingsOutOfRangeFallBackToTheirDefaults)
 {
     QByteArray bytes;

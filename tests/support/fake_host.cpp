@@ -303,3 +303,11 @@ void FakeHost::forget(HostItem* item)
 {
     selection.removeAll(item);
 }
+
+void FakeHost::keepFirstItems(size_t count)
+{
+    while (items_.size() > count) {
+        forget(items_.back().get());
+        items_.pop_back();
+    }
+}

@@ -142,6 +142,9 @@ public:
     // Counts one collision test and runs the hook with its 1-based number.
     void countCollisionTest();
     void forget(HostItem* item);
+    // Removes every item but the first count ones, as if never added.
+    void keepFirstItems(size_t count);
+    size_t itemCount() const { return items_.size(); }
 
     int collisionTests = 0;
     // Called at every collision test with its 1-based number, before the answer.

@@ -173,6 +173,28 @@ TEST_F(ConcurrentEntry, UnloadingDuringCalcStopsItAndTheHostCarriesOn)
     EXPECT_EQ(replies(done).last(), QStringLiteral("0-0-Arm1"));
 }
 
+TEST_F(ConcurrentEntry, UnloadingDuringJoinStopsItWritesNoProgramAndTheHostCarriesOn)
+{
+    const QByteArray calc =
+        "[" + calcSteps + R"({"command": "Calc"}, {"command": "Info"}, {"saveStation": "mapped.json"}])";
+    const SimRun first = run(calc, twoRobotStation);
+    ASSERT_EQ(first.exitCode, 0);
+    const QString mappedInfo = replies(first).last();
+    const QJsonObject mapped =
+        readJson(folder.read(QStringLiteral("mapped.json"))).value(QStringLiteral("data")).toObject();
+
+    const SimRun done = run(withDuring("", 3, R"([{"unload": true}])", joinJoints + R"(, {"load": true},
+                                       {"command": "Info"})"),
+                            folder.read(QStringLiteral("mapped.json")));
+    EXPECT_TRUE(programs(done).empty());
+    EXPECT_TRUE(done.single(QStringLiteral("result")).value(QStringLiteral("value")).isNull());
+    // Loaded again, the plug-in reads the stored map, which the join did not touch.
+    EXPECT_EQ(replies(done).last(), mappedInfo);
+    const QJsonObject data =
+        readJson(folder.read(QStringLiteral("after.json"))).value(QStringLiteral("data")).toObject();
+    EXPECT_EQ(data.value(QStringLiteral("Zelvane-Rob Arm1")), mapped.value(QStringLiteral("Zelvane-Rob Arm1")));
+}
+
 TEST_F(ConcurrentEntry, ReplacingTheStationDuringCalcStopsItAndLeavesBothStationsAlone)
 {
     folder.write(QStringLiteral("other.json"), twoRobotStation);

@@ -15,7 +15,9 @@ ZELVANE_SANITIZER_HOOK const char* __ubsan_default_options()
 }
 
 // Qt 5's offscreen platform (the tests' and headless runs') never deletes its
-// screen, and D-Bus, which Qt's X platform starts, keeps a buffer to the end;
+// screen, D-Bus, which Qt's X platform starts, keeps a buffer to the end, and
+// fontconfig keeps its configuration while an application lives (the command
+// fuzzer's lives to the end of the process);
 // Qt's libraries have no frame pointers, so those allocations show only their
 // first frame. Leaks of ours show our own frames and stay reported.
 ZELVANE_SANITIZER_HOOK const char* __lsan_default_suppressions()
@@ -26,5 +28,6 @@ ZELVANE_SANITIZER_HOOK const char* __lsan_default_suppressions()
            "leak:QWindowSystemInterface::handleScreenAdded\n"
            "leak:QtSharedPointer::ExternalRefCountData::getAndRef\n"
            "leak:QObject::QObject\n"
-           "leak:libdbus-1.so\n";
+           "leak:libdbus-1.so\n"
+           "leak:libfontconfig.so\n";
 }

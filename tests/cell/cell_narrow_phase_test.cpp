@@ -135,8 +135,9 @@ TEST(NarrowPhase, FarApartNearTheRimACheapAxisAnswersWithoutFcl)
     const auto post = round(Kind::Cylinder, 10, 40);
     // Beyond the end face, off to the side: the axis gives no closed form,
     // but the post's own axis parts them.
+    const auto cube = box(4, 4, 4);  // a placed solid points at its solid: it must outlive it
     const PlacedSolid a = placed(*post, at(Vector::Zero()));
-    const PlacedSolid b = placed(*box(4, 4, 4), at(Vector(11, 0, 24)));
+    const PlacedSolid b = placed(*cube, at(Vector(11, 0, 24)));
     EXPECT_EQ(cell_narrow_phase::exactTest(a, b), Verdict::Unsure);
     cell_narrow_phase::Counts counts;
     EXPECT_FALSE(cell_narrow_phase::touch(a, b, &counts));

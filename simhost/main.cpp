@@ -1,3 +1,4 @@
+// vorlik-sim's entry: reads the command line and starts a run of the host.
 #include "host_run.h"
 
 #include <QApplication>
@@ -30,6 +31,17 @@ bool haveDisplay()
 bool sameFile(const QString& a, const QString& b)
 {
     return !a.isEmpty() && !b.isEmpty() && QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
+}
+
+// The plug-in loaded when none is named: the one built beside the program (a
+// build tree), else the one installed with it under the same prefix. When
+// neither is there, the message names the first.
+QString defaultPlugin()
+{
+    const QDir here(QApplication::applicationDirPath());
+    const QString beside = here.filePath(QStringLiteral("libzelvane.so"));
+    const QString installed = QDir::cleanPath(here.filePath(QStringLiteral("../lib/vorlik/plugins/libzelvane.so")));
+    return !QFileInfo::exists(beside) && QFileInfo::exists(installed) ? installed : beside;
 }
 
 int usageError(const QString& message)
@@ -111,7 +123,7 @@ int main(int argc, char** argv)
     options.render = parser.value(QStringLiteral("render"));
     options.plugin = parser.isSet(QStringLiteral("plugin"))
                          ? parser.value(QStringLiteral("plugin"))
-                         : QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("libzelvane.so"));
+                         : defaultPlugin();
     // Outputs never overwrite the files the run reads.
     for (const QString& output : {options.transcript, options.save, options.screenshot, options.render}) {
         for (const QString& input : {options.station, options.script}) {

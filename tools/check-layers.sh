@@ -62,6 +62,9 @@ for file in "${files[@]}"; do
   module_from="${file%.*}"
   while IFS= read -r included; do
     target="${header_at[$included]:-}"
+    # A path into another folder ("../station/station.h", "cell/cell_model.h")
+    # still names one of ours: its file name tells which.
+    [[ -n "$target" || "$included" != */* ]] || target="${header_at[${included##*/}]:-}"
     [[ -n "$target" ]] || continue  # Qt, the standard library, Eigen, FCL, generated files
     to_layer="$(layer_of "$target")"
     to_program="${to_layer%%:*}"

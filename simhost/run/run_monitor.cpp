@@ -74,10 +74,7 @@ void RunMonitor::checkProgress()
     lastTitle_ = title;
     lastLabel_ = label;
     lastValue_ = value;
-    record(QJsonObject{{QStringLiteral("type"), QStringLiteral("progress")},
-                       {QStringLiteral("title"), title},
-                       {QStringLiteral("label"), label},
-                       {QStringLiteral("value"), value}});
+    transcript_.writeProgress(title, label, value);
 }
 
 void RunMonitor::cancelAtCollisionTest(int count)

@@ -1,9 +1,10 @@
 // The JSON-lines transcript of a run.
 #include "transcript.h"
 
+#include "record_json.h"
 #include "record_printer.h"
 
-#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <csignal>
 #include <cstdio>
@@ -79,8 +80,39 @@ void Transcript::write(const QJsonObject& record)
     }
     if (!file_.isOpen())
         return;
-    buffer_ += QJsonDocument(record).toJson(QJsonDocument::Compact);
-    buffer_ += '\n';
+    record_json::append(buffer_, record);
+    flushWhenFull();
+}
+
+void Transcript::writeLog(const QString& text)
+{
+    if (echo_) {
+        write(QJsonObject{{QStringLiteral("type"), QStringLiteral("log")}, {QStringLiteral("text"), text}});
+        return;
+    }
+    if (!file_.isOpen())
+        return;
+    record_json::appendLog(buffer_, text);
+    flushWhenFull();
+}
+
+void Transcript::writeProgress(const QString& title, const QString& label, int value)
+{
+    if (echo_) {
+        write(QJsonObject{{QStringLiteral("type"), QStringLiteral("progress")},
+                          {QStringLiteral("title"), title},
+                          {QStringLiteral("label"), label},
+                          {QStringLiteral("value"), value}});
+        return;
+    }
+    if (!file_.isOpen())
+        return;
+    record_json::appendProgress(buffer_, title, label, value);
+    flushWhenFull();
+}
+
+void Transcript::flushWhenFull()
+{
     if (buffer_.size() >= BufferBytes)
         flush();
 }
@@ -125,8 +157,7 @@ void Transcript::handleMessage(QtMsgType type, const QMessageLogContext& context
         lines.removeLast();
     if (logTarget && logTarget->recording()) {
         for (const QString& line : lines)
-            logTarget->write(QJsonObject{{QStringLiteral("type"), QStringLiteral("log")},
-                                         {QStringLiteral("text"), line}});
+            logTarget->writeLog(line);
     }
     // Debug lines are many and only of interest in the transcript; warnings also
     // reach the person running the host.

@@ -21,6 +21,9 @@ public:
     bool open(const QString& path, QString* error);
     void write(const QJsonObject& record);
     void writeError(const QString& text);
+    // The two records written by the ten thousand, without building a JSON object.
+    void writeLog(const QString& text);
+    void writeProgress(const QString& title, const QString& label, int value);
     // Writes the buffered records out.
     void flush();
     // Also prints a readable line for each record a person cares about.
@@ -33,6 +36,7 @@ public:
     void releaseLog();
 
 private:
+    void flushWhenFull();
     static void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
     QFile file_;

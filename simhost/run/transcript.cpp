@@ -84,12 +84,9 @@ void Transcript::write(const QJsonObject& record)
     flushWhenFull();
 }
 
+// --print shows neither debug lines nor progress: these go to the file alone.
 void Transcript::writeLog(const QString& text)
 {
-    if (echo_) {
-        write(QJsonObject{{QStringLiteral("type"), QStringLiteral("log")}, {QStringLiteral("text"), text}});
-        return;
-    }
     if (!file_.isOpen())
         return;
     record_json::appendLog(buffer_, text);
@@ -98,13 +95,6 @@ void Transcript::writeLog(const QString& text)
 
 void Transcript::writeProgress(const QString& title, const QString& label, int value)
 {
-    if (echo_) {
-        write(QJsonObject{{QStringLiteral("type"), QStringLiteral("progress")},
-                          {QStringLiteral("title"), title},
-                          {QStringLiteral("label"), label},
-                          {QStringLiteral("value"), value}});
-        return;
-    }
     if (!file_.isOpen())
         return;
     record_json::appendProgress(buffer_, title, label, value);

@@ -1,7 +1,7 @@
 #include "calculate_map.h"
 #include "join_joints.h"
 
-#include "ui_test.h"
+#include "operation_test.h"
 
 // The whole way on the joint-space oracle: a map around a wall, then a route
 // through it between two configurations that the wall separates.

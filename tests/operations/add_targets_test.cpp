@@ -1,7 +1,7 @@
 #include "add_targets.h"
 
 #include "log_capture.h"
-#include "ui_test.h"
+#include "operation_test.h"
 
 class AddTargetsTest : public UiTest {
 protected:

@@ -2,7 +2,7 @@
 
 #include "log_capture.h"
 #include "question_answerer.h"
-#include "ui_test.h"
+#include "operation_test.h"
 
 #include <memory>
 

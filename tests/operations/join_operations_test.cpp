@@ -1,7 +1,7 @@
 #include "join_operations.h"
 
 #include "log_capture.h"
-#include "ui_test.h"
+#include "operation_test.h"
 
 namespace {
 const char* const SelectTwoTargets = "Select 2 targets to automatically join the path";

@@ -1,7 +1,7 @@
 #include "join_joints.h"
 
 #include "log_capture.h"
-#include "ui_test.h"
+#include "operation_test.h"
 
 #include <QProgressDialog>
 

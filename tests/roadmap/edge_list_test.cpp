@@ -4,9 +4,13 @@
 
 #include <gtest/gtest.h>
 
-TEST(EdgeList, EmptyGraphYieldsNoEdgesAndNoMessage)
+namespace {
+
+// A graph of that many nodes and no edges gives an empty 2 x 0 list, silently.
+void expectNoEdgesAndNoMessage(int nodes)
 {
     RoadmapGraph graph;
+    graph.resize(nodes);
     ScopedMatrix edges = makeScopedMatrix();
     testing::internal::CaptureStdout();
     edgeListFromGraph(&graph, edges.get());
@@ -15,16 +19,16 @@ TEST(EdgeList, EmptyGraphYieldsNoEdgesAndNoMessage)
     EXPECT_EQ(columns(edges.get()), 0);
 }
 
+}  // namespace
+
+TEST(EdgeList, EmptyGraphYieldsNoEdgesAndNoMessage)
+{
+    expectNoEdgesAndNoMessage(0);
+}
+
 TEST(EdgeList, SingleNodeGraphYieldsNoEdgesAndNoMessage)
 {
-    RoadmapGraph graph;
-    graph.resize(1);
-    ScopedMatrix edges = makeScopedMatrix();
-    testing::internal::CaptureStdout();
-    edgeListFromGraph(&graph, edges.get());
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(rows(edges.get()), 2);
-    EXPECT_EQ(columns(edges.get()), 0);
+    expectNoEdgesAndNoMessage(1);
 }
 
 TEST(EdgeList, UpperTriangleRowByRowWithOneBasedPairs)

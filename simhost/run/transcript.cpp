@@ -9,6 +9,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <signal.h>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +22,10 @@ constexpr int BufferBytes = 64 * 1024;
 // The transcript open in this process and its buffer, for a run that dies.
 int dyingFile = -1;
 const QByteArray* dyingBuffer = nullptr;
+
+// The signals a run dies of, and what handled them before (a sanitizer's report, say).
+constexpr int FatalSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+struct sigaction previousHandlers[std::size(FatalSignals)];
 
 extern "C" void writeTranscriptAndDie(int signal)
 {
@@ -34,7 +40,11 @@ extern "C" void writeTranscriptAndDie(int signal)
             left -= done;
         }
     }
-    std::signal(signal, SIG_DFL);
+    // The earlier handler, or the default one, then deals with the signal.
+    for (size_t i = 0; i < std::size(FatalSignals); ++i) {
+        if (FatalSignals[i] == signal)
+            sigaction(signal, &previousHandlers[i], nullptr);
+    }
     std::raise(signal);
 }
 
@@ -62,8 +72,15 @@ bool Transcript::open(const QString& path, QString* error)
     buffer_.reserve(BufferBytes + 4096);
     dyingFile = file_.handle();
     dyingBuffer = &buffer_;
-    for (int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
-        std::signal(signal, writeTranscriptAndDie);
+    static bool handling = false;  // once a process: a second time would keep ours as the earlier one
+    if (!handling) {
+        handling = true;
+        struct sigaction handler {};
+        handler.sa_handler = writeTranscriptAndDie;
+        sigemptyset(&handler.sa_mask);
+        for (size_t i = 0; i < std::size(FatalSignals); ++i)
+            sigaction(FatalSignals[i], &handler, &previousHandlers[i]);
+    }
     return true;
 }
 

@@ -22,8 +22,7 @@ SimItem* Station::create(int type, const QString& name, int id)
 {
     if (id <= 0)
         id = freeId();
-    usedIds_.insert(id);
-    reserveIds(id);
+    reserveId(id);
     owned_.push_back(std::make_unique<SimItem>(this, type, name, id));
     SimItem* item = owned_.back().get();
     members_.insert(item);

@@ -48,9 +48,13 @@ public:
     // Appends a new item of that type; an id <= 0 takes the next free one.
     // An id given must be free (station files are checked for that first).
     SimItem* create(int type, const QString& name, int id = 0);
-    // Keeps ids up to that one for explicit use: new items take higher ones
-    // while there are higher ones.
-    void reserveIds(int id) { nextId_ = std::max(nextId_, qint64(id) + 1); }
+    // Keeps that id for the item a file gives it: new items take higher ones
+    // while there are higher ones, and never that one.
+    void reserveId(int id)
+    {
+        usedIds_.insert(id);
+        nextId_ = std::max(nextId_, qint64(id) + 1);
+    }
 
     // The first item of that type and name in station order, or null.
     SimItem* find(const QString& name, int type) const;

@@ -327,7 +327,7 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
         for (const QJsonValue& value : root.value(QLatin1String(field)).toArray()) {
             int id = 0;
             if (readId(value.toObject().value(QStringLiteral("id")), &id))
-                station_->reserveIds(id);
+                station_->reserveId(id);
         }
     }
     readParams(root);

@@ -180,6 +180,21 @@ TEST(StationKeeping, TheLargestIdIsUsableAndNewItemsStillGetUniqueIds)
     EXPECT_EQ(again->items(ItemType::Target).size(), 6u);
 }
 
+TEST(StationKeeping, ItemsWithoutIdsBeforeTheLargestIdDoNotTakeAnIdGivenLaterInTheFile)
+{
+    const auto station = parsed(R"({"frames": [{"name": "Cell"}, {"name": "Top"}],
+                                    "robots": [{"name": "Rail", "id": 2, "parent": "Cell", "lower": [0],
+                                                "upper": [1000], "joints": [0], "carries": null}],
+                                    "targets": [{"name": "T", "id": 2147483647, "robot": "Rail", "joints": [5]}]})");
+    ASSERT_TRUE(station);
+    std::set<int> ids;
+    for (const SimItem* item : station->allItems())
+        ids.insert(item->id());
+    EXPECT_EQ(ids.size(), 4u);
+    EXPECT_EQ(station->find(QStringLiteral("Rail"), ItemType::Robot)->id(), 2);
+    EXPECT_TRUE(parsed(QJsonDocument(station_file::toJson(*station)).toJson()));
+}
+
 TEST(StationKeeping, IdsThatAreNotWholeNumbersInRangeOrAreRepeatedAreRefused)
 {
     const QString range = QStringLiteral("must be a whole number from 1 to 2147483647");

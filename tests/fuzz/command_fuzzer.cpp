@@ -55,6 +55,9 @@ struct LoadedPlugin {
     {
         host.keepFirstItems(stationItems);
         robot->setJoints(robotJoints);
+        // The fake's records of what it was asked, kept for tests, would only grow.
+        robot->moves = {};
+        robot->lastStep = {};
         host.messages.clear();
         host.updates.clear();
         host.dataParams.clear();

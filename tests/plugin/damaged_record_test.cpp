@@ -81,6 +81,7 @@ protected:
         EXPECT_NE(host.dataParams.value("Zelvane-Rob Arm1"), record) << "a computed map is stored";
         plugin->loadRobotMap();
         EXPECT_EQ(map().sampleCount(), 13) << "and reads back";
+        expectJoinWorks(robot, 3, "AfterRepair");
     }
 
     FakeRobot* robot = nullptr;

@@ -58,6 +58,7 @@ TEST_F(MapLimits, HugeSampleCountsAreRefusedBeforeAnyWorkAndTheMapStays)
     EXPECT_EQ(plugin->pluginCommand("Samples", "25"), "OK");
     EXPECT_EQ(plugin->pluginCommand("Calc", ""), "Done");
     EXPECT_EQ(map().sampleCount(), 25) << "a fresh map works afterwards";
+    expectJoinWorks(robot, 6, "AfterRefusal");
 }
 
 TEST_F(MapLimits, FewerThanOneSampleIsRefused)

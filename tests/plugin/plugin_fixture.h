@@ -16,6 +16,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 // A plug-in loaded into a fake host with a main window that has a
 // "menu-Utilities" menu (with `utilitiesActions` entries, or none at all when
@@ -52,6 +53,29 @@ protected:
     FakeRobot* addRobot(const QString& name, int joints = 3)
     {
         return host.addRobot(name, std::vector<double>(size_t(joints), -180.0), std::vector<double>(size_t(joints), 180.0));
+    }
+
+    FakeItem* addTarget(const QString& name, HostItem* robot, std::vector<double> joints)
+    {
+        FakeItem* target = host.addItem(ItemType::Target, name, robot);
+        target->setJoints(JointVector(joints.data(), int(joints.size())));
+        return target;
+    }
+
+    // Links two targets of the robot by a text command and checks that it wrote
+    // the program: the planner works end to end. The station is left as it was,
+    // as its targets would seed the next map.
+    void expectJoinWorks(HostItem* robot, int joints, const QString& programName)
+    {
+        const size_t itemsBefore = host.itemCount();
+        std::vector<double> start(size_t(joints), -30.0);
+        std::vector<double> end(size_t(joints), 40.0);
+        addTarget(programName + " start", robot, start);
+        addTarget(programName + " end", robot, end);
+        EXPECT_EQ(plugin->pluginCommand("Join=" + programName, programName + " start|" + programName + " end"),
+                  "Success");
+        EXPECT_NE(host.getItem(programName, ItemType::Program), nullptr) << "the program is written";
+        host.keepFirstItems(itemsBefore);
     }
 
     // The loaded plug-in's session, and its parts as tests read and set them.

@@ -4,6 +4,7 @@
 #include "plugin_fixture.h"
 
 #include "log_capture.h"
+#include "matrix_record.h"
 #include "planner_session.h"
 
 #include <QDataStream>
@@ -13,20 +14,6 @@
 #include <vector>
 
 namespace {
-
-// One stored matrix as its bytes: a dimension count, sizes and values, any of
-// them as wrong as a test wants.
-QByteArray matrixRecord(qint32 dimensions, const std::vector<qint32>& sizes, const std::vector<double>& values)
-{
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << dimensions;
-    for (qint32 size : sizes)
-        stream << size;
-    for (double value : values)
-        stream << value;
-    return bytes;
-}
 
 // A good map of the 3-joint robot: 3 samples on a line, joined 1-2 and 2-3.
 QByteArray goodSamples()

@@ -39,12 +39,13 @@ QApplication& application()
 struct LoadedPlugin {
     LoadedPlugin()
     {
-        robot = host.addRobot("Arm1", {-100, -100}, {100, 100});
-        robot->boxes.push_back({{-10, -100}, {10, 50}});
+        // A small joint range: joint moves are checked at a few points.
+        robot = host.addRobot("Arm1", {-30, -30}, {30, 30});
+        robot->boxes.push_back({{-3, -30}, {3, 15}});
         FakeItem* a = host.addItem(ItemType::Target, "A", robot);
-        a->setJoints(JointVector(std::vector<double>{-50, 0}.data(), 2));
+        a->setJoints(JointVector(std::vector<double>{-15, 0}.data(), 2));
         FakeItem* b = host.addItem(ItemType::Target, "B", robot);
-        b->setJoints(JointVector(std::vector<double>{50, 0}.data(), 2));
+        b->setJoints(JointVector(std::vector<double>{15, 0}.data(), 2));
         host.addItem(ItemType::Program, "P1", robot);
         stationItems = host.itemCount();
         robotJoints = robot->currentJoints();
@@ -95,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
 
     loaded->reset();
-    loaded->plugin.pluginCommand(QStringLiteral("Samples"), QStringLiteral("20"));
+    loaded->plugin.pluginCommand(QStringLiteral("Samples"), QStringLiteral("8"));
     loaded->plugin.pluginCommand(command, value);
     loaded->plugin.pluginCommand(QStringLiteral("Info"), QString());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -51,7 +51,10 @@ PluginAutoPRM::PluginAutoPRM(QObject* parent) : QObject(parent)
     registerHostMetaTypes();
 }
 
-PluginAutoPRM::~PluginAutoPRM() = default;
+PluginAutoPRM::~PluginAutoPRM()
+{
+    formDocks_.deleteAll(this);
+}
 
 QString PluginAutoPRM::title()
 {
@@ -176,21 +179,21 @@ void PluginAutoPRM::pluginUnload()
         return;
     guardedEntry(hostApi, [&] {
         qDebug().noquote().nospace() << "Unloading plugin " << pluginName();
-        tearDownInterface();
+        HostApi* host = hostApi;
+        // The form hears of its dock's closing no more: it is said here, while the host listens.
+        if (tearDownInterface() && host)
+            host->showMessage(QStringLiteral("Closed robot pilot"), false);
         cleanupResources();
     });
 }
 
-void PluginAutoPRM::tearDownInterface()
+bool PluginAutoPRM::tearDownInterface()
 {
     destroyLater(menu);
     destroyLater(toolbar);
-    if (dockWidget) {
-        QDockWidget* dock = dockWidget;
-        dockWidget = nullptr;
-        form = nullptr;
-        dock->close();
-    }
+    dockWidget = nullptr;
+    form = nullptr;
+    const bool formClosed = formDocks_.closeAll(this);
     destroyLater(actionMap);
     destroyLater(actionLinkSelection);
     destroyLater(actionLinkPrograms);
@@ -202,6 +205,7 @@ void PluginAutoPRM::tearDownInterface()
         session_->abandonOperation(Abandonment::Unloaded);
         session_.reset();
     }
+    return formClosed;
 }
 
 void PluginAutoPRM::pluginEvent(int eventCode)

@@ -1,6 +1,7 @@
 // The plug-in object the host loads.
 #pragma once
 
+#include "form_docks.h"
 #include "roadmap_matrix.h"
 #include "vorlik/iappvorlik.h"
 
@@ -90,7 +91,8 @@ private:
     void placeMenu(QMenuBar* menuBar);
     void openForm();
     void drawMap();
-    void tearDownInterface();
+    // Everything load made goes; true when a form was open and is now closed.
+    bool tearDownInterface();
 
     QMainWindow* mainWindow = nullptr;
     QStatusBar* statusBar = nullptr;
@@ -103,6 +105,7 @@ private:
     QAction* actionLinkSelection = nullptr;
     QDockWidget* dockWidget = nullptr;
     FormPRM* form = nullptr;
+    FormDocks formDocks_;
     std::shared_ptr<PlannerSession> session_;
     ScopedMatrix samplePositions_;
 };

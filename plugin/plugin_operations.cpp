@@ -118,6 +118,7 @@ void PluginAutoPRM::openForm()
     dockWidget = createDock(mainWindow, form, title(), Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea,
                             Qt::LeftDockWidgetArea, true, true);
     connect(form, &QObject::destroyed, this, &PluginAutoPRM::callback_robotpilot_closed);
+    formDocks_.add(dockWidget, form);
 }
 
 void PluginAutoPRM::callback_robotpilot_closed()

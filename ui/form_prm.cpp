@@ -165,6 +165,8 @@ FormPRM::~FormPRM()
 
 void FormPRM::UpdateForm()
 {
+    if (released_)
+        return;
     QList<Item> robots;
     hostApi->getItemList(robots, ItemType::Robot);
     if (robots.size() < 2) {
@@ -203,6 +205,8 @@ void FormPRM::UpdateForm()
 
 bool FormPRM::changeSetting(const std::function<void(PlannerSettings&)>& change)
 {
+    if (released_)
+        return false;
     // While an operation runs the settings stay; the editor shows them again.
     if (session_->busy()) {
         session_->refuseWhileBusy(false);
@@ -217,6 +221,8 @@ bool FormPRM::changeSetting(const std::function<void(PlannerSettings&)>& change)
 
 void FormPRM::on_btnSelectRobot_clicked()
 {
+    if (released_)
+        return;
     if (session_->busy()) {
         session_->refuseWhileBusy(false);
         return;
@@ -227,11 +233,15 @@ void FormPRM::on_btnSelectRobot_clicked()
 
 void FormPRM::on_btnMakeMap_clicked()
 {
+    if (released_)
+        return;
     CalculateMap(*session_);
 }
 
 void FormPRM::on_btnLinkTargets_clicked()
 {
+    if (released_)
+        return;
     Join_Selection_Smart(*session_, false);
 }
 
@@ -266,11 +276,15 @@ void FormPRM::on_spnEdgesStartEnd_valueChanged(int arg1)
 
 void FormPRM::on_btnShowSamples_clicked()
 {
+    if (released_)
+        return;
     ShowSamples(*session_);
 }
 
 void FormPRM::on_btnAddNodes_clicked()
 {
+    if (released_)
+        return;
     AddTargetsToMap(*session_, false, false);
 }
 

@@ -60,6 +60,9 @@ public:
     ~FormPRM() override;
 
     const FormPRMWidgets& widgets() const { return *ui; }
+    // The plug-in let go of the form (it unloads): from now on the form
+    // neither calls the host nor starts anything, whatever reaches it.
+    void release() { released_ = true; }
 
 public slots:
     void UpdateForm();
@@ -84,4 +87,5 @@ private:
     FormPRMWidgets* ui;
     std::shared_ptr<PlannerSession> session_;
     HostApi* hostApi;
+    bool released_ = false;
 };

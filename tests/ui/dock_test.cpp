@@ -119,6 +119,46 @@ TEST_F(FormDock, UnloadClosesTheDock)
     plugin.reset();
 }
 
+TEST_F(FormDock, UnloadClosesTheFormThatTheClosedSlotMadeThePluginForget)
+{
+    // Another plug-in may invoke the slot at any time, the dock staying open.
+    addRobot("Arm1");
+    QPointer<FormPRM> form = openForm();
+    QPointer<QDockWidget> opened = dock();
+    ASSERT_TRUE(form && opened);
+    host.messages.clear();
+    plugin->callback_robotpilot_closed();
+    settle();
+    EXPECT_TRUE(opened) << "nothing closed it";
+    plugin->pluginUnload();
+    // Said while the host listens; nothing reaches it once the dock goes.
+    ASSERT_EQ(host.messages.size(), 2);
+    EXPECT_EQ(host.messages[1], qMakePair(QString("Closed robot pilot"), false));
+    settle();
+    EXPECT_TRUE(form.isNull());
+    EXPECT_TRUE(opened.isNull());
+    EXPECT_EQ(host.messages.size(), 2);
+    plugin.reset();
+}
+
+TEST_F(FormDock, EveryFormOpenedGoesWithTheUnload)
+{
+    // After the slot was invoked the next open makes a second dock; both go.
+    addRobot("Arm1");
+    openForm();
+    QPointer<QDockWidget> first = dock();
+    plugin->callback_robotpilot_closed();
+    plugin->callback_robotpilot();
+    settle();
+    ASSERT_EQ(window->findChildren<QDockWidget*>().size(), 2);
+    plugin->pluginUnload();
+    settle();
+    EXPECT_TRUE(first.isNull());
+    EXPECT_EQ(formCount(window.get()), 0);
+    EXPECT_TRUE(window->findChildren<QDockWidget*>().isEmpty());
+    plugin.reset();
+}
+
 TEST_F(FormDock, ShowSamplesOfAnEmptyMapHandsNoConfigurations)
 {
     FakeRobot* robot = addRobot("Arm1");

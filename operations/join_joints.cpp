@@ -70,7 +70,8 @@ std::vector<ViaPoint> routePoints(const RobotMap& map)
     const RoadmapMatrix* samples = map.samples();
     const int jointCount = rows(samples);
     std::vector<ViaPoint> points;
-    for (int i = 0; i < columns(route); ++i) {
+    const int length = rows(route) == 1 ? columns(route) : 0;
+    for (int i = 0; i < length; ++i) {
         ViaPoint point;
         point.sample = static_cast<int>(at(route, 0, i) - 1.0);
         if (point.sample >= 0 && point.sample < map.sampleCount())

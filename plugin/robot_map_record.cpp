@@ -227,12 +227,13 @@ bool readGraph(RecordReader& reader, const MatrixHead& head, RoadmapGraph* graph
     return true;
 }
 
-// The last route found: one row of 1-based nodes. It is only ever written back
-// (a link searches anew), and a map computed after a link keeps the old route,
-// which may name nodes the new map does not have: such a route is kept as stored.
+// The last route found: one row of 1-based nodes (0 x 0 before any link). It
+// is only ever written back (a link searches anew), and a map computed after a
+// link keeps the old route, which may name nodes the new map does not have:
+// such a route is kept as stored.
 bool readRoute(RecordReader& reader, const MatrixHead& head, RoadmapMatrix* route, QString* problem)
 {
-    if (head.rows > 1) {
+    if (head.rows != 1 && !(head.rows == 0 && head.columns == 0)) {
         *problem = QStringLiteral("the route has %1 rows instead of 1").arg(head.rows);
         return false;
     }
@@ -269,8 +270,8 @@ bool readAll(RecordReader& reader, int jointCount, RoadmapMatrix* samples, Roadm
     if (!readHead(reader, "graph", &head, problem))
         return false;
     if (head.present) {
-        // A cancelled insertion leaves the graph one node ahead of the samples.
-        if (head.rows != sampleCount && head.rows != sampleCount + 1 && !(head.rows == 0 && head.columns == 0)) {
+        // Each cancelled insertion leaves the graph one more node ahead of the samples.
+        if (head.rows < sampleCount && !(head.rows == 0 && head.columns == 0)) {
             *problem = QStringLiteral("the graph has %1 nodes for %2 samples").arg(head.rows).arg(sampleCount);
             return false;
         }

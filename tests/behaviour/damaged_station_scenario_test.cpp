@@ -103,8 +103,8 @@ TEST_F(DamagedStationRun, NegativeDimensionCount)
 
 TEST_F(DamagedStationRun, GraphThatDoesNotMatchTheSamples)
 {
-    // One node more than samples is what a cancelled insertion leaves; two is no map.
-    expectRefusedThenRepaired(goodSamples + matrixRecord(2, {5, 5}, std::vector<double>(25, 0.0)) + emptyRoute);
+    // Cancelled insertions leave the graph ahead of the samples; behind them it is no map.
+    expectRefusedThenRepaired(goodSamples + matrixRecord(2, {2, 2}, {0, 10, 10, 0}) + emptyRoute);
 }
 
 TEST_F(DamagedStationRun, SamplesOfAnotherJointCount)

@@ -123,10 +123,41 @@ TEST_F(DamagedRecord, SamplesOfAnotherJointCount)
                   "built for 2 joints, the robot has 3");
 }
 
-TEST_F(DamagedRecord, GraphOfAnotherSize)
+TEST_F(DamagedRecord, GraphSmallerThanTheSamples)
 {
-    expectRefused(goodSamples() + matrixRecord(2, {5, 5}, std::vector<double>(25, 0.0)) + emptyRoute(),
-                  "5 nodes for 3 samples");
+    expectRefused(goodSamples() + matrixRecord(2, {2, 2}, {0, 10, 10, 0}) + emptyRoute(), "2 nodes for 3 samples");
+}
+
+TEST_F(DamagedRecord, AGraphAheadOfTheSamplesByCancelledInsertionsLoadsAndIsKeptAsStored)
+{
+    // Two cancelled insertions: the graph is two nodes ahead, the first extra
+    // one with the edges made before the cancel.
+    std::vector<double> graph(25, 0.0);
+    const auto set = [&graph](int a, int b, double length) {
+        graph[size_t(a + 5 * b)] = length;
+        graph[size_t(b + 5 * a)] = length;
+    };
+    set(0, 1, 10);
+    set(1, 2, 10);
+    set(2, 3, 4);
+    const QByteArray record = goodSamples() + matrixRecord(2, {5, 5}, graph) + emptyRoute();
+    host.dataParams["Zelvane-Rob Arm1"] = record;
+    session().setRobot(robot);
+    plugin->loadRobotMap();
+    EXPECT_EQ(map().sampleCount(), 3);
+    EXPECT_EQ(map().graph()->nodeCount(), 5);
+    EXPECT_EQ(plugin->pluginCommand("Info", ""), "3-3-Arm1");
+    for (const auto& message : host.messages)
+        EXPECT_FALSE(message.first.startsWith("The map stored for robot Arm1")) << message.first.toStdString();
+    session().markChanged();
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Rob Arm1"), record) << "written back as it was";
+}
+
+TEST_F(DamagedRecord, ARouteOfNoRowsButSomeColumns)
+{
+    // 0 x 3: a shape no link writes, with no node numbers in it.
+    expectRefused(goodSamples() + goodGraph() + matrixRecord(2, {0, 3}, {}), "0 rows instead of 1");
 }
 
 TEST_F(DamagedRecord, GraphThatIsNotSquare)

@@ -20,6 +20,12 @@ constexpr int FrameType = 3;
 // Type code of an environment object (a solid of the work cell).
 constexpr int ObjectType = 5;
 
+// testJointMove's answer for a move it cannot check: not a robot's, an end
+// the robot cannot take, or more points than a 3D check may take in one call.
+constexpr int MoveNotCheckable = 2;
+// The most points of one move the 3D model checks (about half a second).
+constexpr int MostPointsOfAMove = 1000000;
+
 // One program instruction: a joint move to a target, or a call of a program by name.
 struct Instruction {
     SimItem* target = nullptr;

@@ -174,15 +174,21 @@ int SimItem::testJointMove(const JointVector& from, const JointVector& to, doubl
     if (station_->monitor)
         station_->monitor->collisionTested();
     ++station_->cellStats.moveTests;
-    if (type_ != ItemType::Robot)
-        return 0;
+    // A move of anything but a robot, or between configurations the robot
+    // cannot take (another joint count, beyond its limits), cannot be checked.
+    if (type_ != ItemType::Robot || !joint_oracle::withinLimits(lower, upper, from.values(), from.count())
+        || !joint_oracle::withinLimits(lower, upper, to.values(), to.count()))
+        return MoveNotCheckable;
     const double step = stepDeg > 0.0 ? stepDeg : station_->pathStepDeg();
     if (joint_oracle::testJointMove(boxes, jointCount(), from.values(), to.values(), step))
         return 1;
-    if (!arm || from.count() < jointCount() || to.count() < jointCount())
+    if (!arm)
         return 0;
-    // The same points as the joint-space check, in the 3D model.
+    // The same points as the joint-space check, in the 3D model, unless there
+    // are so many that one answer would keep the user waiting without end.
     const int n = joint_oracle::moveSteps(from.values(), to.values(), jointCount(), step);
+    if (n > MostPointsOfAMove)
+        return MoveNotCheckable;
     return station_->cellChecker(this).testMove(from.values(), to.values(), n);
 }
 

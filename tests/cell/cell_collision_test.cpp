@@ -1,5 +1,6 @@
 #include "cell_checker.h"
 #include "cell_fixture.h"
+#include "sim_item.h"
 
 #include <random>
 
@@ -77,6 +78,18 @@ TEST_F(CellCollisions, TheStraightMoveFromPickToPlaceCollidesAndSmallMovesAtHome
     nearHome[0] += 10;
     nearHome[4] -= 15;
     EXPECT_EQ(moveCollides(targetJoints("Home"), nearHome, -1.0), 0);
+}
+
+TEST_F(CellCollisions, AMoveOfMorePointsThanOneAnswerMayTakeIsNotChecked)
+{
+    std::vector<double> nearHome = targetJoints("Home");
+    nearHome[0] += 10;
+    // 10 degrees in steps of 0.01 are a thousand points, checked; in steps
+    // of 1e-6 ten million, more than one answer may take.
+    EXPECT_EQ(moveCollides(targetJoints("Home"), nearHome, 0.01), 0);
+    EXPECT_EQ(moveCollides(targetJoints("Home"), nearHome, 1e-6), MoveNotCheckable);
+    // Through the wall, where the check would find the collision at once, too.
+    EXPECT_EQ(moveCollides(targetJoints("Pick"), targetJoints("Place"), 1e-9), MoveNotCheckable);
 }
 
 TEST_F(CellCollisions, CoarseToFineOrderAnswersAsCheckingEveryPointInTurn)

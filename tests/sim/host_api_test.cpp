@@ -1,5 +1,6 @@
 #include "host_monitor.h"
 #include "sim_host_api.h"
+#include "sim_item.h"
 #include "station_file.h"
 
 #include "vorlik/item_types.h"
@@ -138,6 +139,38 @@ TEST_F(HostApiTest, JointMoveStepComesFromTheHostParameterWhenNotGiven)
     EXPECT_EQ(arm()->testJointMove(from, to, 0.0), 0);
     EXPECT_EQ(arm()->testJointMove(from, to, 1.0), 1);
     EXPECT_EQ(monitor.tests, 3);
+}
+
+TEST_F(HostApiTest, AJointMoveTheRobotCannotTakeCannotBeChecked)
+{
+    const double home[] = {0, 0, 0};
+    const double beyond[] = {0, 90.5, 0};
+    const double far[] = {1e15, 0, 0};
+    const double twoJoints[] = {0, 0};
+    const JointVector from(home, 3);
+    EXPECT_EQ(arm()->testJointMove(from, JointVector(beyond, 3), -1.0), MoveNotCheckable);
+    EXPECT_EQ(arm()->testJointMove(JointVector(beyond, 3), from, -1.0), MoveNotCheckable);
+    EXPECT_EQ(arm()->testJointMove(from, JointVector(far, 3), -1.0), MoveNotCheckable);
+    EXPECT_EQ(arm()->testJointMove(from, JointVector(twoJoints, 2), -1.0), MoveNotCheckable) << "another joint count";
+    EXPECT_EQ(arm()->testJointMove(JointVector(), JointVector(), -1.0), MoveNotCheckable) << "no configuration";
+    HostItem* target = api.getItem(QStringLiteral("Home"), ItemType::Target);
+    EXPECT_EQ(target->testJointMove(from, from, -1.0), MoveNotCheckable) << "a target is no robot";
+    // The limits themselves can be taken; every call counts as a test.
+    const double onLimits[] = {-180, 90, -90};
+    EXPECT_EQ(arm()->testJointMove(from, JointVector(onLimits, 3), -1.0), 0);
+    EXPECT_EQ(monitor.tests, 7);
+}
+
+TEST_F(HostApiTest, AJointMoveOfFinePointsIsAnsweredAtOnce)
+{
+    // Across the whole joint range at a step of 1e-9 degrees: the points are
+    // not visited one by one, and the box in the middle is found.
+    const double a[] = {-180, 0, 0};
+    const double b[] = {180, 0, 0};
+    EXPECT_EQ(arm()->testJointMove(JointVector(a, 3), JointVector(b, 3), 1e-9), 1);
+    const double c[] = {-180, 50, 0};
+    const double d[] = {180, 50, 0};
+    EXPECT_EQ(arm()->testJointMove(JointVector(c, 3), JointVector(d, 3), 1e-9), 0);
 }
 
 TEST_F(HostApiTest, ParametersAnswerAndRecordTheirChanges)

@@ -4,11 +4,13 @@
 #include "station.h"
 #include "station_fields.h"
 #include "station_file.h"
+#include "station_records.h"
 #include "number_text.h"
 
 #include "vorlik/item_types.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -52,6 +54,8 @@ bool readId(const QJsonValue& value, int* id)
 // and the field at fault.
 class StationReader {
 public:
+    // `folder` holds the records the file keeps apart; empty for a station given as text.
+    explicit StationReader(const QString& folder) : folder_(folder) {}
     std::unique_ptr<Station> read(const QJsonObject& root);
 
 private:
@@ -76,6 +80,7 @@ private:
     void readPose(const Pending& pending);
     void checkParentChains() const;
 
+    QString folder_;
     std::unique_ptr<Station> station_;
     std::map<int, SimItem*> ids_;
     std::vector<Pending> frames_, robots_, targets_, programs_, objects_;
@@ -133,14 +138,9 @@ void StationReader::readParams(const QJsonObject& root)
         return;
     if (!data.isObject())
         fail(QStringLiteral("\"data\" must be an object"));
-    const QJsonObject object = data.toObject();
-    for (auto it = object.begin(); it != object.end(); ++it) {
-        const auto decoded = QByteArray::fromBase64Encoding(it.value().toString().toLatin1(),
-                                                            QByteArray::AbortOnBase64DecodingErrors);
-        if (!it.value().isString() || !decoded)
-            fail(QStringLiteral("data %1 is not base64 text").arg(quoted(it.key())));
-        station_->data.insert(it.key(), *decoded);
-    }
+    QString problem;
+    if (!station_records::readData(data.toObject(), folder_, &station_->data, &problem))
+        fail(problem);
 }
 
 // Items of that type, in file order; each keeps the fields the host does not
@@ -361,7 +361,7 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
 
 namespace station_file {
 
-std::unique_ptr<Station> parse(const QByteArray& contents, QString* problem)
+std::unique_ptr<Station> parse(const QByteArray& contents, QString* problem, const QString& folder)
 {
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(contents, &parseError);
@@ -374,7 +374,7 @@ std::unique_ptr<Station> parse(const QByteArray& contents, QString* problem)
         return nullptr;
     }
     try {
-        return StationReader().read(document.object());
+        return StationReader(folder).read(document.object());
     } catch (const Unusable& unusable) {
         *problem = unusable.problem;
         return nullptr;
@@ -389,7 +389,7 @@ std::unique_ptr<Station> read(const QString& path, QString* error)
         return nullptr;
     }
     QString problem;
-    std::unique_ptr<Station> station = parse(file.readAll(), &problem);
+    std::unique_ptr<Station> station = parse(file.readAll(), &problem, QFileInfo(path).absolutePath());
     if (!station)
         *error = QStringLiteral("%1: %2").arg(path, problem);
     return station;

@@ -3,6 +3,7 @@
 #include "station.h"
 #include "station_fields.h"
 #include "station_file.h"
+#include "station_records.h"
 
 #include "vorlik/item_types.h"
 
@@ -109,7 +110,7 @@ QJsonObject programJson(const SimItem* program)
 
 namespace station_file {
 
-QJsonObject toJson(const Station& station)
+QJsonObject toJson(const Station& station, const QMap<QString, QJsonObject>& apart)
 {
     // Numbers stay numbers: their text is the shortest that reads back as the same number.
     QJsonObject params;
@@ -119,8 +120,12 @@ QJsonObject toJson(const Station& station)
         params.insert(it.key(), isNumber ? QJsonValue(number) : QJsonValue(it.value()));
     }
     QJsonObject data;
-    for (auto it = station.data.begin(); it != station.data.end(); ++it)
-        data.insert(it.key(), QString::fromLatin1(it.value().toBase64()));
+    for (auto it = station.data.begin(); it != station.data.end(); ++it) {
+        if (apart.contains(it.key()))
+            data.insert(it.key(), apart.value(it.key()));
+        else
+            data.insert(it.key(), QString::fromLatin1(it.value().toBase64()));
+    }
 
     QJsonArray frames;
     for (const SimItem* frame : station.items(FrameType)) {
@@ -155,16 +160,31 @@ QJsonObject toJson(const Station& station)
 
 bool write(const Station& station, const QString& path, QString* error)
 {
+    station_records::RecordFiles records(path);
+    QMap<QString, QJsonObject> apart;
+    for (const QString& key : station_records::keptApart(station.data)) {
+        QString problem;
+        const QJsonObject reference = records.write(key, station.data.value(key), &problem);
+        if (reference.isEmpty()) {
+            records.discard();
+            *error = QStringLiteral("%1: cannot write the station: %2").arg(path, problem);
+            return false;
+        }
+        apart.insert(key, reference);
+    }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
+        records.discard();
         *error = QStringLiteral("%1: cannot write the station: %2").arg(path, file.errorString());
         return false;
     }
-    file.write(QJsonDocument(toJson(station)).toJson(QJsonDocument::Indented));
+    file.write(QJsonDocument(toJson(station, apart)).toJson(QJsonDocument::Indented));
     if (!file.commit()) {
+        records.discard();
         *error = QStringLiteral("%1: cannot write the station: %2").arg(path, file.errorString());
         return false;
     }
+    records.commit();
     return true;
 }
 

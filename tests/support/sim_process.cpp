@@ -51,7 +51,7 @@ SimRun SimFolder::runWith(const QStringList& arguments) const
     QProcess process;
     process.start(QStringLiteral(VORLIK_SIM_PATH), arguments);
     SimRun run;
-    if (!process.waitForFinished(60000)) {
+    if (!process.waitForFinished(timeLimitMs_)) {
         process.kill();
         process.waitForFinished();
         ADD_FAILURE() << "vorlik-sim did not finish";

@@ -32,8 +32,11 @@ public:
     SimRun run(const QString& station, const QString& scenario, const QStringList& more = {}) const;
     // Runs the host with exactly these arguments.
     SimRun runWith(const QStringList& arguments) const;
+    // A run still going after this long is stopped and fails (default: a minute).
+    void setTimeLimit(int seconds) { timeLimitMs_ = seconds * 1000; }
 
 private:
     QString plugin_;
+    int timeLimitMs_ = 60000;
     QTemporaryDir folder_;
 };

@@ -125,6 +125,7 @@ void PluginAutoPRM::callback_robotpilot_closed()
 {
     dockWidget = nullptr;
     form = nullptr;
-    if (hostApi)
+    // Unloaded, the plug-in says nothing to the host, whoever invokes the slot.
+    if (session_ && hostApi)
         hostApi->showMessage(QStringLiteral("Closed robot pilot"), false);
 }

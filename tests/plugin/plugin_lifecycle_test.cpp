@@ -4,6 +4,7 @@
 #include "log_capture.h"
 #include "roadmap_matrix.h"
 
+#include <QDockWidget>
 #include <QToolBar>
 
 namespace {
@@ -221,6 +222,22 @@ TEST_F(LoadedPlugin, SecondLoadAfterUnloadRestoresDefaults)
     EXPECT_EQ(session().robot(), nullptr);
     ASSERT_NE(plugin->session(), nullptr);
     EXPECT_EQ(columns(map().samples()), 0);
+}
+
+TEST_F(LoadedPlugin, SlotsInvokedAfterTheUnloadSayNothingToTheHost)
+{
+    // Another plug-in may invoke them by name at any time.
+    load();
+    setRobot(addRobot("Arm1"));
+    plugin->pluginUnload();
+    host.messages.clear();
+    for (const char* slot : {"callback_robotpilot", "callback_robotpilot_closed", "ShowSamples", "RenderMap",
+                             "callback_join_seltargets", "callback_join_selprogs"})
+        EXPECT_TRUE(QMetaObject::invokeMethod(plugin.get(), slot, Qt::DirectConnection)) << slot;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(host.messages.isEmpty());
+    EXPECT_TRUE(window->findChildren<QDockWidget*>().isEmpty());
+    plugin.reset();
 }
 
 TEST_F(LoadedPlugin, UnloadSchedulesMenuAndToolbarForDeletion)

@@ -169,6 +169,9 @@ bool parseStep(const QJsonValue& value, Step* step, QString* problem)
     return true;
 }
 
+// A menu is not made of more actions than a person could read.
+constexpr int MostUtilitiesActions = 10000;
+
 bool parseHost(const QJsonValue& value, HostSetup* host, QString* problem)
 {
     if (value.isUndefined())
@@ -177,9 +180,10 @@ bool parseHost(const QJsonValue& value, HostSetup* host, QString* problem)
     const QJsonValue actions = object.value(QStringLiteral("utilitiesActions"));
     const QJsonValue menu = object.value(QStringLiteral("collisionMenu"));
     if (!value.isObject() || !hasOnly(object, {"utilitiesActions", "collisionMenu"})
-        || !(actions.isUndefined() || (isWholeNumber(actions) && actions.toInt() >= -1))
+        || !(actions.isUndefined()
+             || (isWholeNumber(actions) && actions.toInt() >= -1 && actions.toInt() <= MostUtilitiesActions))
         || !(menu.isUndefined() || menu.isBool())) {
-        *problem = QStringLiteral("invalid \"host\"; expected {\"utilitiesActions\": whole number from -1, "
+        *problem = QStringLiteral("invalid \"host\"; expected {\"utilitiesActions\": whole number from -1 to 10000, "
                                   "\"collisionMenu\": true or false}");
         return false;
     }

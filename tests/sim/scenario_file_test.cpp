@@ -104,6 +104,8 @@ TEST(ScenarioFile, RejectsStepsThatCannotBeRun)
     EXPECT_TRUE(problemOf(R"({"steps": [{"cancelAt": {"collisionTest": 0}}]})").contains("cancelAt"));
     EXPECT_TRUE(problemOf(R"({"steps": [{"unload": false}]})").contains("unload"));
     EXPECT_TRUE(problemOf(R"({"host": {"utilitiesActions": -2}, "steps": []})").contains("host"));
+    // A menu of a hundred million actions is no host's.
+    EXPECT_TRUE(problemOf(R"({"host": {"utilitiesActions": 100000000}, "steps": []})").contains("from -1 to 10000"));
     EXPECT_TRUE(problemOf(R"({"host": {"menus": 1}, "steps": []})").contains("host"));
 }
 

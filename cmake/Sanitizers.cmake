@@ -24,8 +24,8 @@ endif()
 set(ZELVANE_SANITIZER_COMPILE_FLAGS ${sanitizers} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
 set(ZELVANE_SANITIZER_LINK_FLAGS ${sanitizers} -fno-sanitize-recover=undefined)
 # libFuzzer brings the C++ library in ahead of a shared runtime, which the
-# runtime refuses: fuzz builds link it statically, and build the fuzz targets,
-# not the plug-in module (tools/fuzz.sh builds only those).
+# runtime refuses: fuzz builds link it statically into each fuzz target, and
+# the plug-in module they build takes it from the fuzz target that loads it.
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT ZELVANE_FUZZ)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libclang_rt.asan-x86_64.so
                   OUTPUT_VARIABLE asan_runtime OUTPUT_STRIP_TRAILING_WHITESPACE)

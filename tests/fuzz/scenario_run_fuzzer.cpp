@@ -22,6 +22,7 @@
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLibrary>
@@ -35,10 +36,17 @@ namespace {
 
 constexpr int MostSamples = 150;
 
-// The run's folder. Runs work in it, so that the plug-in's "Save" writes there too.
+// The run's folder. Runs work in it, so that the plug-in's "Save" writes there
+// too. In memory where the system offers it: every run writes its files anew,
+// and on a disk their truncation costs more than the run.
 const QTemporaryDir& folder()
 {
-    static const QTemporaryDir* made = new QTemporaryDir;
+    static const QTemporaryDir* made = [] {
+        const QFileInfo memory(QStringLiteral("/dev/shm"));
+        if (memory.isDir() && memory.isWritable())
+            return new QTemporaryDir(QStringLiteral("/dev/shm/scenario_run_fuzz-XXXXXX"));
+        return new QTemporaryDir;
+    }();
     return *made;
 }
 

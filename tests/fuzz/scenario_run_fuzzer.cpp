@@ -41,13 +41,14 @@ constexpr int MostSamples = 150;
 // and on a disk their truncation costs more than the run.
 const QTemporaryDir& folder()
 {
-    static const QTemporaryDir* made = [] {
+    // Removed with its files when the process ends.
+    static const QTemporaryDir made = [] {
         const QFileInfo memory(QStringLiteral("/dev/shm"));
-        if (memory.isDir() && memory.isWritable())
-            return new QTemporaryDir(QStringLiteral("/dev/shm/scenario_run_fuzz-XXXXXX"));
-        return new QTemporaryDir;
+        return memory.isDir() && memory.isWritable()
+                   ? QTemporaryDir(QStringLiteral("/dev/shm/scenario_run_fuzz-XXXXXX"))
+                   : QTemporaryDir();
     }();
-    return *made;
+    return made;
 }
 
 QApplication& application()

@@ -262,6 +262,10 @@ void PluginAutoPRM::stationOpened()
         clearMapAndSettings();
         session_->forgetMap();  // an empty map too: whose it was belongs to the old station
         loadSettings();
+        // An open form chooses a robot for the new station as it does when it
+        // opens; the stored settings may have named one already.
+        if (form && !session_->robot())
+            selectRobot(true, QString());
     });
 }
 

@@ -105,6 +105,8 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("render"),
                       QStringLiteral("Write a PNG picture of the 3D view of the station once the scenario has run."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("verbose"),
+                      QStringLiteral("With the window, print the plug-in's debug log, not only its warnings.")});
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
@@ -121,6 +123,7 @@ int main(int argc, char** argv)
     options.gui = parser.isSet(QStringLiteral("gui"));
     options.screenshot = parser.value(QStringLiteral("screenshot"));
     options.render = parser.value(QStringLiteral("render"));
+    options.verbose = parser.isSet(QStringLiteral("verbose"));
     options.plugin = parser.isSet(QStringLiteral("plugin"))
                          ? parser.value(QStringLiteral("plugin"))
                          : defaultPlugin();

@@ -95,6 +95,32 @@ int CellChecker::testMove(const double* a, const double* b, int n)
     return answer;
 }
 
+std::vector<CellChecker::Contact> CellChecker::contacts(const double* q)
+{
+    std::vector<Contact> found;
+    if (!active())
+        return found;
+    ++stamp_;
+    place(q);
+    const std::vector<CellBody>& bodies = view_.bodies();
+    // The base stands still: its pairs are no candidates of the moving links.
+    for (int object = 0; view_.firstMovingBody() == 1 && object < objectCount_; ++object) {
+        if (objectPairTouches(0, object))
+            found.push_back({bodies.front().link, object, -1});
+    }
+    gatherCandidates(true, true);
+    for (const int candidate : candidates_) {
+        const Pair& pair = pairs_[size_t(candidate)];
+        if (pair.self) {
+            if (selfPairTouches(pair.body, pair.other))
+                found.push_back({bodies[size_t(pair.body)].link, -1, bodies[size_t(pair.other)].link});
+        } else if (objectPairTouches(pair.body, pair.other)) {
+            found.push_back({bodies[size_t(pair.body)].link, pair.other, -1});
+        }
+    }
+    return found;
+}
+
 int CellChecker::check(const double* q, bool withObjects, bool withSelf, bool firstOnly)
 {
     ++stamp_;

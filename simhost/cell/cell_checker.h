@@ -39,6 +39,16 @@ public:
     // Colliding (link, link) pairs only.
     int selfPairs(const double* q);
 
+    // One colliding pair: a link (0 the base, J + 1 the tool) and an object,
+    // or two links.
+    struct Contact {
+        int link = 0;
+        int object = -1;     // index into the world's objects; -1 for two links
+        int otherLink = -1;  // the second link of a pair of links
+    };
+    // Every colliding pair at joints q, for telling a person what collides.
+    std::vector<Contact> contacts(const double* q);
+
     // 1 when one of the points a + (b - a) * k / n, k = 0 ... n, collides:
     // the ends first, then midpoints coarse to fine, stopping at the first hit.
     int testMove(const double* a, const double* b, int n);

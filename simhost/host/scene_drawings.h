@@ -18,24 +18,16 @@ struct SceneDrawing {
     }
 };
 
-// What plug-ins drew in the 3D view. The host keeps the last drawing until the
-// next redraw: the first drawing after a redraw replaces all before it, the
-// ones after it join it.
+// What plug-ins drew in the 3D view. A redraw of the view starts from none:
+// what plug-ins draw while they hear of it (event 1), and after it until the
+// next one, is what shows. A plug-in that no longer draws (its map switched
+// off) leaves nothing behind.
 class SceneDrawings {
 public:
-    void add(SceneDrawing drawing)
-    {
-        if (redrawn_)
-            shown_.clear();
-        redrawn_ = false;
-        shown_.push_back(std::move(drawing));
-    }
-    // The view was redrawn (or is about to be): the next drawing starts afresh.
-    void redrawn() { redrawn_ = true; }
+    void add(SceneDrawing drawing) { shown_.push_back(std::move(drawing)); }
     void clear() { shown_.clear(); }
     const std::vector<SceneDrawing>& shown() const { return shown_; }
 
 private:
     std::vector<SceneDrawing> shown_;
-    bool redrawn_ = false;
 };

@@ -3,6 +3,7 @@
 
 #include "host_monitor.h"
 
+#include "vorlik/iappvorlik.h"
 #include "vorlik/item_types.h"
 
 #include <QInputDialog>
@@ -39,6 +40,15 @@ void SimHostApi::replaceStation(std::unique_ptr<Station> station)
     station_->monitor = monitor_;
     station_->scene = scene_;
     drawings_.clear();
+}
+
+void SimHostApi::sendRedrawn(IAppVorlik* plugin)
+{
+    drawings_.clear();
+    if (plugin)
+        plugin->pluginEvent(HostEvent::Redrawn);
+    if (scene_)
+        scene_->sceneChanged();
 }
 
 void SimHostApi::setSceneListener(SceneListener* listener)
@@ -146,6 +156,9 @@ HostItem* SimHostApi::addProgram(const QString& name, HostItem* robot)
 void SimHostApi::update(int flags)
 {
     hostCalled();
+    // Render mode 1 asks for no refresh while a long computation moves the robot.
+    if (scene_ && renderMode_ != 1)
+        scene_->refresh();
 }
 
 void SimHostApi::setRenderMode(int mode)
@@ -170,6 +183,7 @@ QString& SimHostApi::command(QString& out, const QString& name, const QString& v
         return out;
     }
     // Kept as the plug-in gave it, text, whatever the file had.
+    station_->changed();
     station_->params.insert(name, value);
     station_->numberParams.remove(name);
     monitor_->record(QJsonObject{{QStringLiteral("type"), QStringLiteral("param")},
@@ -197,6 +211,7 @@ QByteArray SimHostApi::getDataParam(const QString& key)
 void SimHostApi::setDataParam(const QString& key, const QByteArray& bytes)
 {
     hostCalled();
+    station_->changed();
     station_->data.insert(key, bytes);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 class HostMonitor;
+class IAppVorlik;
 class QStatusBar;
 class QWidget;
 
@@ -29,6 +30,9 @@ public:
     void setWindow(QWidget* window, QStatusBar* statusBar, bool headless);
     // What plug-ins drew in the 3D view, kept until the next redraw.
     SceneDrawings& drawings() { return drawings_; }
+    // Tells the plug-in that the view was redrawn (event 1): what it draws
+    // now replaces what it drew before, also when it draws nothing.
+    void sendRedrawn(IAppVorlik* plugin);
     // The 3D view, told of new drawings and joint sequences (of this station and the next ones).
     void setSceneListener(SceneListener* listener);
 

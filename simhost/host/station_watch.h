@@ -12,6 +12,8 @@ public:
     explicit StationWatch(HostMonitor& next) : next_(next) {}
 
     std::function<void()> onHostCalled;
+    // Told of every record the host makes (a program finished, a sequence shown).
+    std::function<void(const QJsonObject&)> onRecord;
 
     void hostCalled() override
     {
@@ -20,7 +22,12 @@ public:
             onHostCalled();
     }
     void collisionTested() override { next_.collisionTested(); }
-    void record(const QJsonObject& record) override { next_.record(record); }
+    void record(const QJsonObject& record) override
+    {
+        next_.record(record);
+        if (onRecord)
+            onRecord(record);
+    }
     bool recording() const override { return next_.recording(); }
 
 private:

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QJsonObject>
 #include <QPixmap>
 #include <QStatusBar>
 
@@ -94,6 +95,7 @@ int workInWindow(SimHostApi& api, StationWatch& watch, PluginHost& plugin, HostW
     api.setWindow(&window, window.statusBar(), false);
     DesktopHost desktop(api, plugin, window, path);
     watch.onHostCalled = [&desktop] { desktop.hostCalled(); };
+    watch.onRecord = [&desktop](const QJsonObject& record) { desktop.recorded(record); };
     if (auto* view = window.findChild<StationView*>())
         QObject::connect(view, &StationView::repainted, &desktop, &DesktopHost::viewRepainted);
     window.show();
@@ -103,7 +105,18 @@ int workInWindow(SimHostApi& api, StationWatch& watch, PluginHost& plugin, HostW
     if (plugin.loaded())
         plugin.unload();
     watch.onHostCalled = nullptr;
+    watch.onRecord = nullptr;
     return code;
+}
+
+// The plug-in's debug log, a line for every edge it tries, is for a
+// transcript; a person at the window sees warnings only, unless asked.
+void quietenDebugLog()
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& message) {
+        if (type != QtDebugMsg && type != QtInfoMsg)
+            std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, message)));
+    });
 }
 
 }  // namespace
@@ -167,6 +180,8 @@ int runScenario(const RunOptions& options)
 
 int runWindow(const RunOptions& options)
 {
+    if (!options.verbose)
+        quietenDebugLog();
     Transcript transcript;
     int code = 0;
     std::unique_ptr<Station> station = startRun(options, transcript, false, &code);

@@ -14,6 +14,7 @@ struct RunOptions {
     bool gui = false;    // show the window and leave it to a person (after the scenario, if any)
     QString screenshot;  // a PNG of the window, dock included, once the scenario has run; empty: none
     QString render;      // a PNG of the 3D view of the station once the scenario has run; empty: none
+    bool verbose = false;  // the window prints the plug-in's debug log too, not only its warnings
 };
 
 // Runs a scenario, without showing anything unless a screenshot or the

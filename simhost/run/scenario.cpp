@@ -123,6 +123,8 @@ const std::map<QString, StepRule>& stepRules()
          }, "{\"setValue\": {\"widget\": object name, \"value\": number or true/false}}"}},
         {"form", {{}, [](const QJsonObject& o) { return o.value("form") == QJsonValue(true); },
                   "{\"form\": true}"}},
+        {"play", {{}, [](const QJsonObject& o) { return !o.value("play").toString().isEmpty(); },
+                  "{\"play\": program name}"}},
     };
     return rules;
 }

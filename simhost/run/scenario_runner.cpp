@@ -3,6 +3,7 @@
 
 #include "host_window.h"
 #include "number_text.h"
+#include "play_step.h"
 #include "plugin_host.h"
 #include "question_answerer.h"
 #include "run_monitor.h"
@@ -123,8 +124,9 @@ bool ScenarioRunner::runStep(const Step& step, QString* problem)
     if (step.kind == QLatin1String("event")) {
         // A redraw replaces what plug-ins drew before it.
         if (value.toInt() == HostEvent::Redrawn)
-            host_.api.drawings().redrawn();
-        plugin->pluginEvent(value.toInt());
+            host_.api.sendRedrawn(plugin);
+        else
+            plugin->pluginEvent(value.toInt());
         return true;
     }
     if (step.kind == QLatin1String("select")) {
@@ -161,6 +163,13 @@ bool ScenarioRunner::runStep(const Step& step, QString* problem)
         return openStation(value.toString(), problem);
     if (step.kind == QLatin1String("contextMenu"))
         return runContextMenu(step, problem);
+    if (step.kind == QLatin1String("play")) {
+        QJsonObject record = stepRecord(QStringLiteral("play"), step);
+        if (!play_step::play(station, host_.window, value.toString(), &record, problem))
+            return false;
+        host_.monitor.record(record);
+        return true;
+    }
     if (step.kind == QLatin1String("unload")) {
         host_.plugin.unload();
         return true;

@@ -50,6 +50,7 @@ QString SimItem::name()
 void SimItem::setName(const QString& name)
 {
     hostCalled();
+    station_->changed();
     name_ = name;
 }
 
@@ -70,6 +71,7 @@ HostPose& SimItem::poseAbs(HostPose& out)
 void SimItem::setAsJointTarget()
 {
     hostCalled();
+    station_->changed();
     // A target keeps the joints it was given; one given none takes the robot's.
     if (type_ == ItemType::Target && robot && jointValues.empty())
         jointValues = robot->jointValues;
@@ -97,6 +99,7 @@ HostItem* SimItem::getLink(int itemType)
 void SimItem::setJoints(const JointVector& joints)
 {
     hostCalled();
+    station_->changed();
     if (type_ == ItemType::Robot) {
         // A robot keeps its joint count; missing values keep their place.
         const int count = std::min(joints.count(), jointCount());
@@ -161,6 +164,7 @@ HostPose& SimItem::solveFK(HostPose& out, const JointVector& joints, const HostP
 void SimItem::addJointMove(HostItem* target)
 {
     hostCalled();
+    station_->changed();
     if (type_ != ItemType::Program || !station_->knows(target))
         return;
     Instruction move;
@@ -223,6 +227,7 @@ void SimItem::showJointSequence(const RoadmapMatrix* configurations)
 void SimItem::finishProgram(const QString& text)
 {
     hostCalled();
+    station_->changed();
     if (type_ != ItemType::Program)
         return;
     // The record also tells each move's joints, for a reader of the run.
@@ -250,6 +255,7 @@ void SimItem::finishProgram(const QString& text)
 void SimItem::addProgramCall(const QString& programName, int option)
 {
     hostCalled();
+    station_->changed();
     if (type_ != ItemType::Program)
         return;
     Instruction call;
@@ -260,12 +266,14 @@ void SimItem::addProgramCall(const QString& programName, int option)
 void SimItem::setProgramOptionB(bool on)
 {
     hostCalled();
+    station_->changed();
     optionB = on;
 }
 
 void SimItem::setProgramOptionA(bool on)
 {
     hostCalled();
+    station_->changed();
     optionA = on;
 }
 

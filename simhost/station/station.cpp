@@ -29,6 +29,7 @@ SimItem* Station::create(int type, const QString& name, int id)
     list(type).push_back(item);
     if (holdsGeometry(type))
         geometryChanged();
+    changed();
     return item;
 }
 
@@ -100,6 +101,7 @@ void Station::remove(SimItem* item)
     selection.removeAll(item);
     if (holdsGeometry(item->itemType()))
         geometryChanged();
+    changed();
 }
 
 void Station::retire()

@@ -13,16 +13,20 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <unordered_set>
 #include <vector>
 
 class HostMonitor;
 
-// Told when the 3D view has something new to show (a drawing, a sequence).
+// Told when the 3D view has something new to show.
 class SceneListener {
 public:
+    // A drawing or a joint sequence came.
     virtual void sceneChanged() = 0;
+    // The host was asked to refresh the view (update()).
+    virtual void refresh() = 0;
 
 protected:
     ~SceneListener() = default;
@@ -90,6 +94,14 @@ public:
     void geometryChanged() const { cellCheckers_.invalidate(); }
     long long cellCheckerBuilds() const { return cellCheckers_.builds(); }
 
+    // Counts the changes of what a station file holds (items, their names,
+    // joints and instructions, parameters, data): a window compares it with
+    // the count at the last save to know whether there is work to lose.
+    // A station read from its file starts at 0.
+    std::uint64_t revision() const { return revision_; }
+    void changed() { ++revision_; }
+    void forgetChanges() { revision_ = 0; }
+
     // CellWorld
     std::vector<std::shared_ptr<const CellObject>> cellObjects() const override;
     CellStats& cellWork() const override { return cellStats; }
@@ -123,5 +135,6 @@ private:
     std::unordered_set<int> usedIds_;
     qint64 nextId_ = 1;     // above every id used, while that is an int
     int lowestUnused_ = 1;  // no id below it is free, once ids above the largest ran out
+    std::uint64_t revision_ = 0;
     mutable CellCheckerCache cellCheckers_;
 };

@@ -354,6 +354,7 @@ std::unique_ptr<Station> StationReader::read(const QJsonObject& root)
     // Frames stand still too, so an object's place is known once and for all.
     for (size_t i = 0; i < objects_.size(); ++i)
         placedObjects_[i]->world = cell_placement::absolutePose(objects_[i].item) * placedObjects_[i]->solid.local;
+    station_->forgetChanges();  // as the file holds it
     return std::move(station_);
 }
 

@@ -9,9 +9,10 @@ class QAction;
 class QMenu;
 class StationTree;
 
-// The host's main window: a File menu, the "menu-Utilities" menu and the
-// "toolbar-CollisionMenu" menu that plug-ins extend, the station tree in a
-// dock, a central area for the station's view, and a status bar.
+// The host's main window: File, View and Simulation menus, the
+// "menu-Utilities" menu and the "toolbar-CollisionMenu" menu that plug-ins
+// extend, a Simulation toolbar, the station tree in a dock, a central area
+// for the station's view, and a status bar.
 class HostWindow final : public QMainWindow {
     Q_OBJECT
 public:
@@ -24,6 +25,13 @@ public:
     QAction* saveAction() const { return save_; }
     QAction* saveAsAction() const { return saveAs_; }
     QAction* quitAction() const { return quit_; }
+    // View: fit the station into the view, back to the first view.
+    QAction* fitAction() const { return fit_; }
+    QAction* resetViewAction() const { return resetView_; }
+    // Simulation: play the selected program, pause it, stop what is shown.
+    QAction* playAction() const { return play_; }
+    QAction* pauseAction() const { return pause_; }
+    QAction* stopAction() const { return stop_; }
 
     // Puts the station's view into the central area (the window owns it).
     void setView(QWidget* view);
@@ -31,7 +39,9 @@ public:
     QList<QAction*> allActions() const;
 
 private:
-    QAction* addFileAction(QMenu* file, const QString& text, const char* name, QKeySequence::StandardKey key);
+    QAction* addAction(QMenu* menu, const QString& text, const char* name, const QKeySequence& key);
+    // The View menu's docks and toolbars, plug-ins' included, as they are when it opens.
+    void listPanels(QMenu* view);
 
     QMenu* utilities_ = nullptr;
     QMenu* collision_ = nullptr;
@@ -40,4 +50,10 @@ private:
     QAction* save_ = nullptr;
     QAction* saveAs_ = nullptr;
     QAction* quit_ = nullptr;
+    QAction* fit_ = nullptr;
+    QAction* resetView_ = nullptr;
+    QAction* play_ = nullptr;
+    QAction* pause_ = nullptr;
+    QAction* stop_ = nullptr;
+    QList<QAction*> panelActions_;  // the View menu's part that lists docks and toolbars
 };

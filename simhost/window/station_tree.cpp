@@ -1,11 +1,14 @@
 // The station tree of the host window.
 #include "station_tree.h"
 
+#include "collision_report.h"
 #include "station.h"
 
 #include "vorlik/item_types.h"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QMenu>
 
 namespace {
@@ -20,9 +23,21 @@ struct Heading {
 const Heading headings[] = {
     {ItemType::Robot, "Robots"},
     {FrameType, "Frames"},
+    {ObjectType, "Objects"},
     {ItemType::Target, "Targets"},
     {ItemType::Program, "Programs"},
 };
+
+// A target in collision shows as such; its tip says with what.
+void markCollision(QTreeWidgetItem* entry, const Station& station, const SimItem* target)
+{
+    const QStringList collisions = collisionReport(station, target->robot, target->jointValues);
+    if (collisions.isEmpty())
+        return;
+    entry->setForeground(0, QColor(200, 40, 30));
+    entry->setIcon(0, QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    entry->setToolTip(0, QStringLiteral("In collision: ") + collisions.join(QStringLiteral("; ")));
+}
 
 }  // namespace
 
@@ -50,6 +65,8 @@ void StationTree::showStation(Station& station)
             auto* entry = new QTreeWidgetItem(group, QStringList(item->itemName()));
             entry->setData(0, ItemRole, QVariant::fromValue(reinterpret_cast<quintptr>(item)));
             entry->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable);
+            if (heading.type == ItemType::Target && targetCollides(station, item))
+                markCollision(entry, station, item);
         }
     }
     expandAll();

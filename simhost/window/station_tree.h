@@ -13,8 +13,9 @@ class QMenu;
 class SimItem;
 class Station;
 
-// The station tree of the host window: robots, frames, targets and programs
-// under one heading each. Selecting items sets the station's selection in the
+// The station tree of the host window: robots, frames, objects, targets and programs
+// under one heading each; a target in collision shows a warning and says with
+// what. Selecting items sets the station's selection in the
 // order the user picked them; a right click builds a context menu that plug-ins
 // fill in; items can be renamed in place and deleted with the Delete key.
 class StationTree final : public QTreeWidget {

@@ -1,15 +1,41 @@
 // The window's 3D view of the station.
 #include "station_view.h"
 
+#include "program_playback.h"
 #include "sim_host_api.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
 namespace {
 
-constexpr int framePeriodMs = 100;
+constexpr int sequencePeriodMs = 100;
+constexpr int programPeriodMs = 40;
+
+// At most `most` of the configurations, evenly spread, the first and the last among them.
+std::vector<std::vector<double>> spread(const std::vector<std::vector<double>>& all, int most)
+{
+    const int count = static_cast<int>(all.size());
+    if (count <= most)
+        return all;
+    std::vector<std::vector<double>> some;
+    for (int i = 0; i < most; ++i)
+        some.push_back(all[size_t(qint64(i) * (count - 1) / (most - 1))]);
+    return some;
+}
+
+bool isInput(const QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress)
+        return true;
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key != Qt::Key_Shift && key != Qt::Key_Control && key != Qt::Key_Alt && key != Qt::Key_Meta;
+}
 
 }  // namespace
 
@@ -18,7 +44,6 @@ StationView::StationView(SimHostApi& api, QWidget* parent) : QWidget(parent), ap
     setObjectName(QStringLiteral("vorlik-StationView"));
     setMinimumSize(320, 240);
     setFocusPolicy(Qt::StrongFocus);
-    player_.setInterval(framePeriodMs);
     connect(&player_, &QTimer::timeout, this, &StationView::nextFrame);
     api_.setSceneListener(this);
     sequenceSerial_ = api_.station().shownSequence.serial;
@@ -27,6 +52,7 @@ StationView::StationView(SimHostApi& api, QWidget* parent) : QWidget(parent), ap
 
 StationView::~StationView()
 {
+    qApp->removeEventFilter(this);
     api_.setSceneListener(nullptr);
 }
 
@@ -36,6 +62,15 @@ void StationView::frameStation()
     stationBounds(api_.station(), &low, &high);
     camera_.setViewSize(size());
     camera_.frame(low, high);
+    update();
+}
+
+void StationView::resetView()
+{
+    const ViewCamera first;
+    camera_.azimuth = first.azimuth;
+    camera_.elevation = first.elevation;
+    frameStation();
 }
 
 ViewScene StationView::scene() const
@@ -45,12 +80,57 @@ ViewScene StationView::scene() const
     scene.station = &station;
     scene.drawings = &api_.drawings().shown();
     scene.program = shownProgram(station);
-    const JointSequence& sequence = station.shownSequence;
-    if (frame_ >= 0 && frame_ < static_cast<int>(sequence.configurations.size()) && station.holds(sequence.robot)) {
-        scene.posedRobot = sequence.robot;
-        scene.posedJoints = sequence.configurations[size_t(frame_)];
+    if (animated_ && station.holds(animated_) && frame_ < static_cast<int>(frames_.size())) {
+        scene.posedRobot = animated_;
+        scene.posedJoints = frames_[size_t(frame_)];
     }
     return scene;
+}
+
+bool StationView::playProgram(const SimItem* program)
+{
+    ProgramPlayback playback = playbackOf(api_.station(), program);
+    if (playback.empty())
+        return false;
+    play(playback.robot, std::move(playback.configurations), programPeriodMs, false);
+    return true;
+}
+
+void StationView::togglePause()
+{
+    if (!animated_)
+        return;
+    if (player_.isActive())
+        player_.stop();
+    else
+        player_.start();
+    emit playingChanged();
+}
+
+void StationView::stopPlaying()
+{
+    if (!animated_)
+        return;
+    player_.stop();
+    qApp->removeEventFilter(this);
+    animated_ = nullptr;
+    frames_.clear();
+    update();
+    emit playingChanged();
+}
+
+void StationView::play(const SimItem* robot, std::vector<std::vector<double>> frames, int periodMs, bool stopOnInput)
+{
+    stopPlaying();
+    animated_ = robot;
+    frames_ = std::move(frames);
+    frame_ = 0;
+    stopOnInput_ = stopOnInput;
+    if (stopOnInput_)
+        qApp->installEventFilter(this);
+    player_.start(periodMs);
+    update();
+    emit playingChanged();
 }
 
 void StationView::sceneChanged()
@@ -58,9 +138,8 @@ void StationView::sceneChanged()
     const JointSequence& sequence = api_.station().shownSequence;
     if (sequence.serial != sequenceSerial_) {
         sequenceSerial_ = sequence.serial;
-        frame_ = -1;
         if (isVisible() && !sequence.configurations.empty())
-            player_.start();
+            play(sequence.robot, spread(sequence.configurations, MostSequenceFrames), sequencePeriodMs, true);
     }
     // The plug-in draws again after every repaint; only a new picture needs another.
     if (api_.drawings().shown() != painted_)
@@ -69,10 +148,9 @@ void StationView::sceneChanged()
 
 void StationView::nextFrame()
 {
-    const int count = static_cast<int>(api_.station().shownSequence.configurations.size());
-    if (++frame_ >= count) {
-        frame_ = -1;
-        player_.stop();
+    if (++frame_ >= static_cast<int>(frames_.size()) || !api_.station().holds(animated_)) {
+        stopPlaying();
+        return;
     }
     update();
 }
@@ -83,8 +161,15 @@ void StationView::paintEvent(QPaintEvent*)
     camera_.setViewSize(size());
     paintStation(painter, scene(), camera_);
     painted_ = api_.drawings().shown();
-    api_.drawings().redrawn();
     QMetaObject::invokeMethod(this, &StationView::repainted, Qt::QueuedConnection);
+}
+
+bool StationView::eventFilter(QObject* watched, QEvent* event)
+{
+    // Whatever the user does next stops a sequence a plug-in shows.
+    if (stopOnInput_ && animated_ && isInput(event))
+        stopPlaying();
+    return QWidget::eventFilter(watched, event);
 }
 
 void StationView::mousePressEvent(QMouseEvent* event)

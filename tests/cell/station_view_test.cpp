@@ -44,13 +44,16 @@ protected:
     std::unique_ptr<StationView> view;
 };
 
-TEST_F(StationViewTest, DrawingsStayUntilTheNextRedrawThenTheNextDrawingReplacesThem)
+TEST_F(StationViewTest, DrawingsStayUntilTheNextRedrawWhichStartsFromNone)
 {
     draw(100);
     draw(200);
     EXPECT_EQ(api->drawings().shown().size(), 2u) << "drawings between two redraws add up";
     grab();
     EXPECT_EQ(api->drawings().shown().size(), 2u) << "a repaint keeps them";
+    // The redraw (event 1): a plug-in that draws nothing for it leaves nothing.
+    api->sendRedrawn(nullptr);
+    EXPECT_TRUE(api->drawings().shown().empty());
     draw(300);
     ASSERT_EQ(api->drawings().shown().size(), 1u);
     EXPECT_EQ(api->drawings().shown().front().points[3], 300.0);

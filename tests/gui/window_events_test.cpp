@@ -4,6 +4,7 @@
 // all from the event loop, none while the plug-in is in a call.
 #include "window_fixture.h"
 
+#include "box_answerer.h"
 #include "log_capture.h"
 
 #include "vorlik/item_types.h"
@@ -77,9 +78,11 @@ TEST_F(WindowEvents, RenameAndDeleteInTheTreeSendThree)
     EXPECT_EQ(events(), std::vector<int>{3});
 
     tree->entryOf(home)->setSelected(true);
+    BoxAnswerer yes(QMessageBox::Yes);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
     QCoreApplication::sendEvent(tree, &press);
     settle();
+    EXPECT_EQ(yes.asked, QStringList{"Delete Rest from the station?"});
     EXPECT_FALSE(api->station().holds(home));
     EXPECT_EQ(tree->entryOf(home), nullptr);
     EXPECT_EQ(events(), (std::vector<int>{3, 3}));

@@ -6,6 +6,7 @@
 #include "run_monitor.h"
 #include "sim_host_api.h"
 #include "station_tree.h"
+#include "station_view.h"
 #include "station_watch.h"
 #include "transcript.h"
 
@@ -22,22 +23,31 @@
 // a plug-in loaded from its file. Pop-ups are recorded, not shown.
 class WindowHost : public ::testing::Test {
 protected:
-    void start(const QString& pluginPath)
+    // With the 3D view when asked, as vorlik-sim shows it to a person.
+    void start(const QString& pluginPath, bool withView = false)
     {
         api = std::make_unique<SimHostApi>(std::make_unique<Station>(), &watch);
         window = std::make_unique<HostWindow>(HostSetup());
         api->setWindow(window.get(), window->statusBar(), true);
+        if (withView) {
+            view = new StationView(*api);
+            window->setView(view);
+        }
         QString error;
         ASSERT_TRUE(plugin.open(pluginPath, &error)) << error.toStdString();
         plugin.load(*window, api.get());
         plugin.plugin()->pluginLoadToolbar(window.get(), 24);
         desktop = std::make_unique<DesktopHost>(*api, plugin, *window, QString());
         watch.onHostCalled = [this] { desktop->hostCalled(); };
+        watch.onRecord = [this](const QJsonObject& record) { desktop->recorded(record); };
+        if (view)
+            QObject::connect(view, &StationView::repainted, desktop.get(), &DesktopHost::viewRepainted);
     }
 
     void TearDown() override
     {
         watch.onHostCalled = nullptr;
+        watch.onRecord = nullptr;
         if (plugin.loaded())
             plugin.unload();
         desktop.reset();
@@ -77,6 +87,7 @@ protected:
     StationWatch watch{monitor};
     std::unique_ptr<SimHostApi> api;
     std::unique_ptr<HostWindow> window;
+    StationView* view = nullptr;  // the window's, when started with one
     PluginHost plugin;
     std::unique_ptr<DesktopHost> desktop;
 };

@@ -90,7 +90,9 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("The simulated Vorlik host."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("station"), QStringLiteral("The station file to open."));
+    parser.addPositionalArgument(QStringLiteral("station"),
+                                 QStringLiteral("The station file to open (the window may start without one)."),
+                                 QStringLiteral("[station]"));
     parser.addOption({QStringLiteral("script"), QStringLiteral("Run this scenario headless."), QStringLiteral("scenario")});
     parser.addOption({QStringLiteral("transcript"), QStringLiteral("Write the transcript (JSON lines) here."),
                       QStringLiteral("file")});
@@ -111,11 +113,12 @@ int main(int argc, char** argv)
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
         parser.showHelp(0);
-    if (parser.positionalArguments().size() != 1)
+    const QStringList stations = parser.positionalArguments();
+    if (stations.size() > 1 || (stations.isEmpty() && parser.isSet(QStringLiteral("script"))))
         return usageError(QStringLiteral("give exactly one station file (see --help)"));
 
     RunOptions options;
-    options.station = parser.positionalArguments().first();
+    options.station = stations.value(0);
     options.script = parser.value(QStringLiteral("script"));
     options.transcript = parser.value(QStringLiteral("transcript"));
     options.save = parser.value(QStringLiteral("save"));

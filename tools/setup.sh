@@ -10,7 +10,8 @@ targets=()
 for target in ${SETUP_TARGETS:-}; do targets+=(--target "$target"); done
 
 packages=(cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libqt5svg5 libqt5svg5-dev
-          libgtest-dev googletest xvfb xauth libeigen3-dev libfcl-dev binutils libompl-dev qttools5-dev-tools)
+          libgtest-dev googletest xvfb xauth libeigen3-dev libfcl-dev binutils libompl-dev qttools5-dev-tools
+          dpkg-dev lintian)
 bash "$here/tools/install-packages.sh" "${packages[@]}"
 
 echo "Configuring and building in $build ..."

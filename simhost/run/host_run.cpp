@@ -52,6 +52,9 @@ std::unique_ptr<Station> startRun(const RunOptions& options, Transcript& transcr
     }
     if (captureLog)
         transcript.captureLog();
+    // The window may start without a file, on an empty station.
+    if (options.station.isEmpty())
+        return std::make_unique<Station>();
     std::unique_ptr<Station> station = station_file::read(options.station, &error);
     if (!station)
         *code = failRun(transcript, error);

@@ -94,7 +94,9 @@ DesktopHost::DesktopHost(SimHostApi& api, PluginHost& plugin, HostWindow& window
     window.installEventFilter(this);
     showStation();
     showTitle();
-    report(stationPath.isEmpty() ? QStringLiteral("Ready") : QStringLiteral("Opened %1").arg(stationPath), false);
+    report(stationPath.isEmpty() ? QStringLiteral("No station yet: open one with File > Open") 
+                                 : QStringLiteral("Opened %1").arg(stationPath),
+           false);
 }
 
 DesktopHost::~DesktopHost()

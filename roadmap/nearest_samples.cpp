@@ -5,6 +5,7 @@
 #include "roadmap_matrix.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 // Ascending (distance, index): the place a stable sort gives a sample.
@@ -40,4 +41,10 @@ const std::vector<NearestSamples::Candidate>& NearestSamples::find(const Roadmap
     }
     std::sort_heap(chosen_.begin(), chosen_.end(), nearer);
     return chosen_;
+}
+
+int NearestSamples::candidateCount(double edgesPerSample, int olderCount)
+{
+    const double bound = std::min(edgesPerSample, double(olderCount));
+    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
 }

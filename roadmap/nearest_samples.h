@@ -16,6 +16,10 @@ public:
         double distance;  // L1 distance to the new sample
     };
 
+    // How many of the nearest older samples a new sample is tried against:
+    // every m with m < min(K, olderCount), K the edges-per-sample setting.
+    static int candidateCount(double edgesPerSample, int olderCount);
+
     // The min(count, olderCount) nearest of samples 0 .. olderCount - 1 to
     // `sample`, nearest first. The result stays valid until the next call.
     const std::vector<Candidate>& find(const RoadmapMatrix* samples, int olderCount, const double* sample,

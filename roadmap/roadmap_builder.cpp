@@ -22,13 +22,6 @@ void truncateRoadmap(RoadmapMatrix* samples, RoadmapGraph* graph, int keep)
     graph->resize(keep);
     setSize(samples, rows(samples), keep);
 }
-
-// How many of the nearest older samples are tried: every m with m < min(K, k).
-int candidateCount(double edgesPerSample, int olderCount)
-{
-    const double bound = std::min(edgesPerSample, double(olderCount));
-    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
-}
 }  // namespace
 
 bool prmProgress(int samplesDone, int sampleTotal, double edgeCount)
@@ -83,7 +76,7 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
         std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
 
         // Only the K nearest are tried; a blocked one is not replaced by the next.
-        const int tried = candidateCount(edgesPerSample, k);
+        const int tried = NearestSamples::candidateCount(edgesPerSample, k);
         for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
             if (prmProgress(k + 1, sampleTotal, edgeCount)) {
                 truncateRoadmap(samples, graph, k + 1);

@@ -4,8 +4,10 @@
 #include "configuration.h"
 #include "insert_node.h"
 #include "map_capacity.h"
+#include "map_growth.h"
 #include "operation_scope.h"
 #include "planner_session.h"
+#include "route_repair.h"
 #include "route_shortener.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
@@ -136,64 +138,30 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname, c
     return program;
 }
 
-// The query proper, between the saved and the restored robot state.
-// True when a route between the two nodes was found.
-bool findRoute(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
-               const QString& progname)
+// How a search for a route ended.
+enum class RouteOutcome { Found, StartUnreachable, EndUnreachable, NoPath, Abandoned };
+
+// The failure the user is told of; nothing for a route found or an operation abandoned.
+void tellFailure(PlannerSession& session, bool silent, RouteOutcome outcome, const QString& progname)
 {
-    PlannerSession& session = operation.session();
     HostApi* host = session.host();
-    ProgressReporter& progress = progressReporter();
-    const QString firstTargetUnreachable = QCoreApplication::translate(
-        "PluginAutoPRM",
-        "The robot is unable to reach the first target. Try to add more targets or increase the number "
-        "of samples and update the collision map.");
-    const PlannerParameters parameters = session.settings().parameters();
-    int edgesMade = -1;
-    int startIndex = -1;
-    int endIndex = -1;
-
-    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding start node"));
-    insertQueryNode(operation, jnts1, parameters, &edgesMade, &startIndex);
-    qDebug().noquote().nospace() << "Done adding first node";
-    const bool firstCancelled = progress.finish();
-    if (operation.abandoned())
-        return false;
-    if (edgesMade < 1) {
-        host->showMessage(firstTargetUnreachable, !silent);
-        return false;
-    }
-
-    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding end node"));
-    insertQueryNode(operation, jnts2, parameters, &edgesMade, &endIndex);
-    // After a cancelled first insertion this dialog stays open until the next
-    // one replaces it.
-    if (!firstCancelled)
-        progress.finish();
-    qDebug().noquote().nospace() << "Done adding second node";
-    if (operation.abandoned()) {
-        progress.finish();
-        return false;
-    }
-    if (edgesMade < 1) {
+    switch (outcome) {
+    case RouteOutcome::StartUnreachable:
+        host->showMessage(QCoreApplication::translate(
+                              "PluginAutoPRM",
+                              "The robot is unable to reach the first target. Try to add more targets or increase the "
+                              "number of samples and update the collision map."),
+                          !silent);
+        break;
+    case RouteOutcome::EndUnreachable:
         host->showMessage(QCoreApplication::translate(
                               "PluginAutoPRM",
                               "The robot is unable to reach the second target for program <strong>%1</strong>. "
                               "Try to increase the number of samples and update the collision map.")
                               .arg(progname),
                           !silent);
-        return false;
-    }
-
-    qDebug().noquote().nospace() << "Calculating map...";
-    qDebug().noquote().nospace() << startIndex;
-    qDebug().noquote().nospace() << endIndex;
-    // The end node is the search's source, so the chain comes back start first.
-    double cost = NoPathCost;
-    RobotMap& map = operation.map();
-    shortestPath(map.graph(), endIndex, startIndex, &cost, map.route());
-    if (cost >= NoPathCost) {
-        qDebug().noquote().nospace() << "Not possible to link nodes " << startIndex << " and " << endIndex;
+        break;
+    case RouteOutcome::NoPath:
         host->showMessage(
             QCoreApplication::translate("PluginAutoPRM",
                                         "It is not possible to connect the start and end targets for program "
@@ -201,9 +169,107 @@ bool findRoute(OperationScope& operation, bool silent, const double* jnts1, cons
                                         "collision map.")
                 .arg(progname),
             !silent);
-        return false;
+        break;
+    case RouteOutcome::Found:
+    case RouteOutcome::Abandoned:
+        break;
     }
-    return true;
+}
+
+// The query proper, between the saved and the restored robot state: both
+// configurations into the map, then the search. `cancelled` says whether
+// the user cancelled one of the insertions.
+RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const double* jnts2, int* startIndex,
+                       int* endIndex, bool* cancelled)
+{
+    PlannerSession& session = operation.session();
+    ProgressReporter& progress = progressReporter();
+    const PlannerParameters parameters = session.settings().parameters();
+    int edgesMade = -1;
+    *startIndex = -1;
+    *endIndex = -1;
+
+    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding start node"));
+    insertQueryNode(operation, jnts1, parameters, &edgesMade, startIndex);
+    qDebug().noquote().nospace() << "Done adding first node";
+    const bool firstCancelled = progress.finish();
+    *cancelled = firstCancelled;
+    if (operation.abandoned())
+        return RouteOutcome::Abandoned;
+    if (edgesMade < 1)
+        return RouteOutcome::StartUnreachable;
+
+    progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding end node"));
+    insertQueryNode(operation, jnts2, parameters, &edgesMade, endIndex);
+    // After a cancelled first insertion this dialog stays open until the next
+    // one replaces it.
+    if (!firstCancelled)
+        *cancelled = progress.finish();
+    qDebug().noquote().nospace() << "Done adding second node";
+    if (operation.abandoned()) {
+        progress.finish();
+        return RouteOutcome::Abandoned;
+    }
+    if (edgesMade < 1)
+        return RouteOutcome::EndUnreachable;
+
+    qDebug().noquote().nospace() << "Calculating map...";
+    qDebug().noquote().nospace() << *startIndex;
+    qDebug().noquote().nospace() << *endIndex;
+    // The end node is the search's source, so the chain comes back start first.
+    double cost = NoPathCost;
+    RobotMap& map = operation.map();
+    shortestPath(map.graph(), *endIndex, *startIndex, &cost, map.route());
+    if (cost >= NoPathCost) {
+        qDebug().noquote().nospace() << "Not possible to link nodes " << *startIndex << " and " << *endIndex;
+        return RouteOutcome::NoPath;
+    }
+    return RouteOutcome::Found;
+}
+
+// The query with the options of a failed link: a found route is checked
+// against the cell when asked (its refused moves leave the map), and a link
+// that fails grows the map and tries again while the limit allows. Failures
+// are told once the last try failed.
+bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
+                      const QString& progname)
+{
+    PlannerSession& session = operation.session();
+    const PlannerSettings& settings = session.settings();
+    MapGrowth growth(settings.growLimit);
+    int startIndex = -1;
+    int endIndex = -1;
+    int removed = 0;
+    bool cancelled = false;
+    RouteOutcome outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
+    for (;;) {
+        if (outcome == RouteOutcome::Found && settings.checkRoutes && !repairRoute(operation, startIndex, endIndex, &removed))
+            outcome = operation.abandoned() ? RouteOutcome::Abandoned : RouteOutcome::NoPath;
+        if (outcome == RouteOutcome::Found || outcome == RouteOutcome::Abandoned || cancelled || !growth.canGrow())
+            break;
+        growth.growRound(operation);
+        if (growth.cancelled() || operation.abandoned()) {
+            outcome = operation.abandoned() ? RouteOutcome::Abandoned : outcome;
+            break;
+        }
+        // The two configurations are samples of the map now: they are found again, not added.
+        outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
+    }
+    if (growth.grown() > 0)
+        qDebug().noquote().nospace() << "The map grew by " << growth.grown() << " samples";
+    tellFailure(session, silent, outcome, progname);
+    if (removed > 0 && outcome != RouteOutcome::Abandoned) {
+        const QString text =
+            removed == 1 ? QCoreApplication::translate("PluginAutoPRM",
+                                                       "An edge of the map is not free in the cell as it is now and "
+                                                       "was taken out of the map. Update the map.")
+                         : QCoreApplication::translate("PluginAutoPRM",
+                                                       "%1 edges of the map are not free in the cell as it is now and "
+                                                       "were taken out of the map. Update the map.")
+                               .arg(removed);
+        session.host()->showMessage(text, outcome != RouteOutcome::Found && !silent);
+    }
+    return outcome == RouteOutcome::Found;
 }
 
 }  // namespace
@@ -233,7 +299,7 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     robot->joints(keptJoints);
     host->setRenderMode(1);
 
-    const bool found = findRoute(operation, silent, jnts1, jnts2, progname) && session.robotStillThere();
+    const bool found = findCheckedRoute(operation, silent, jnts1, jnts2, progname) && session.robotStillThere();
     std::vector<ViaPoint> points = routePoints(session.map());
     // Shortened while the display waits, before the robot goes back.
     if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {

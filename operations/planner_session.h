@@ -54,6 +54,10 @@ public:
     void changeSettings(const PlannerSettings& settings);
     void restoreSettings(const PlannerSettings& settings) { settings_ = settings; }
     bool settingsChanged() const { return changed_; }
+    // The station's options record was written by a later version: it is
+    // kept as it is, whatever the options are here.
+    bool keepsStoredOptions() const { return keepStoredOptions_; }
+    void setKeepStoredOptions(bool keep) { keepStoredOptions_ = keep; }
     void markChanged() { changed_ = true; }
     void markSaved() { changed_ = false; }
 
@@ -109,6 +113,7 @@ private:
     SessionCallbacks callbacks_;
     PlannerSettings settings_;
     bool changed_ = false;
+    bool keepStoredOptions_ = false;
     HostItem* robot_ = nullptr;
     RobotMap map_;
     RobotMap work_;

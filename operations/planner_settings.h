@@ -12,6 +12,8 @@ struct PlannerSettings {
     int newNodeEdges = 5;         // edges wanted for an inserted configuration ("NewNodeEdges")
     bool displaySamples = false;  // draw the map in the host's 3D view ("Display")
     bool shortenRoutes = false;   // shorten routes before writing them ("Shortcut"); stored apart
+    int growLimit = 0;            // samples a failed link may add to the map before it gives up ("GrowMap"); 0: off
+    bool checkRoutes = false;     // test a route's moves again before writing it ("CheckRoutes")
 
     // What construction and node insertion read.
     PlannerParameters parameters() const

@@ -16,6 +16,9 @@
 #include <limits>
 
 namespace {
+// The most samples a failed link may add: more than any map a station keeps.
+constexpr double MostGrowth = 1000000.0;
+
 bool startsWith(const QString& command, const char* keyword)
 {
     return command.startsWith(QLatin1String(keyword), Qt::CaseInsensitive);
@@ -132,13 +135,21 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
     return QCoreApplication::translate("PluginAutoPRM", "Done");
 }
 
-// "Samples", "Edges", "NewNodeEdges", "Display", "Shortcut", and any other keyword with a number.
+// "Samples", "Edges", "NewNodeEdges", "Display", "Shortcut", "GrowMap",
+// "CheckRoutes", and any other keyword with a number.
 QString PluginAutoPRM::settingCommand(const QString& command, const QString& value)
 {
     PlannerSession& session = *session_;
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    if (!isNumber)
+    const bool grow = startsWith(command, "GrowMap");
+    const bool check = startsWith(command, "CheckRoutes");
+    // The options of a failed link take exactly what they mean: a number of
+    // samples from 0, and 1 or 0.
+    const bool valid = grow ? isNumber && number >= 0 && number <= MostGrowth && number == std::floor(number)
+                     : check ? value == QLatin1String("1") || value == QLatin1String("0")
+                             : isNumber;
+    if (!valid)
         return QCoreApplication::translate("PluginAutoPRM", "Invalid value");
     if (session.busy()) {
         session.refuseWhileBusy(true);
@@ -157,6 +168,10 @@ QString PluginAutoPRM::settingCommand(const QString& command, const QString& val
         settings.displaySamples = number > 0.0;
     else if (shortcut)
         settings.shortenRoutes = number > 0.0;
+    else if (grow)
+        settings.growLimit = static_cast<int>(number);
+    else if (check)
+        settings.checkRoutes = number > 0.0;
     session.changeSettings(settings);
     if (display)
         hostApi->update(1);

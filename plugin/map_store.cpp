@@ -69,31 +69,63 @@ MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
 
 void MapStore::loadOptions()
 {
+    session_.setKeepStoredOptions(false);
     const QByteArray bytes = host_->getDataParam(optionsKey());
     if (bytes.isEmpty())
         return;
     QDataStream stream(bytes);
     qint32 version = 0;
+    stream >> version;
+    if (version > 2) {
+        // What a later version meant by its fields is not ours to guess, nor to overwrite.
+        qDebug().noquote().nospace() << "Options of a later version kept: version " << version;
+        session_.setKeepStoredOptions(true);
+        PlannerSettings settings = session_.settings();
+        const PlannerSettings defaults;
+        settings.shortenRoutes = defaults.shortenRoutes;
+        settings.growLimit = defaults.growLimit;
+        settings.checkRoutes = defaults.checkRoutes;
+        session_.restoreSettings(settings);
+        host_->showMessage(QCoreApplication::translate("PluginAutoPRM",
+                                                       "The planner's options stored in the station were written by "
+                                                       "a later version of the planner: they are kept as they are "
+                                                       "and not used."),
+                           false);
+        return;
+    }
     bool shorten = false;
-    stream >> version >> shorten;
-    if (stream.status() != QDataStream::Ok || version < 1) {
+    qint32 growLimit = 0;
+    bool checkRoutes = false;
+    stream >> shorten;
+    if (version == 2)
+        stream >> growLimit >> checkRoutes;
+    if (stream.status() != QDataStream::Ok || version < 1 || growLimit < 0) {
         qDebug().noquote().nospace() << "Options not loaded: version " << version;
         return;
     }
     PlannerSettings settings = session_.settings();
     settings.shortenRoutes = shorten;
+    settings.growLimit = growLimit;
+    settings.checkRoutes = checkRoutes;
     session_.restoreSettings(settings);
 }
 
 void MapStore::saveOptions()
 {
-    const bool shorten = session_.settings().shortenRoutes;
-    if (!shorten && host_->getDataParam(optionsKey()).isEmpty())
+    if (session_.keepsStoredOptions())
+        return;
+    const PlannerSettings& settings = session_.settings();
+    // Version 1 holds "Shorten routes" alone, as it always did; version 2 adds
+    // the options of a failed link, only when one of them is on.
+    const bool second = settings.growLimit != 0 || settings.checkRoutes;
+    if (!settings.shortenRoutes && !second && host_->getDataParam(optionsKey()).isEmpty())
         return;
     QByteArray bytes;
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);
-        stream << qint32(1) << shorten;
+        stream << qint32(second ? 2 : 1) << settings.shortenRoutes;
+        if (second)
+            stream << qint32(settings.growLimit) << settings.checkRoutes;
     }
     host_->setDataParam(optionsKey(), bytes);
 }
@@ -138,7 +170,10 @@ bool MapStore::loadSettings()
                 "PluginAutoPRM", "The planner's settings stored in the station are damaged: the defaults are used."),
             false);
         PlannerSettings defaults;
-        defaults.shortenRoutes = session_.settings().shortenRoutes;  // from its own record
+        // From their own record.
+        defaults.shortenRoutes = session_.settings().shortenRoutes;
+        defaults.growLimit = session_.settings().growLimit;
+        defaults.checkRoutes = session_.settings().checkRoutes;
         session_.restoreSettings(defaults);
         return false;
     }

@@ -29,7 +29,9 @@ private:
     QString optionsKey() const { return pluginName_ + "-Options"; }
     // The options newer than the settings record, in a record of their own so
     // that the settings record keeps its format: int32 version, then bool
-    // shortenRoutes (version 1). A station that never had options gets none.
+    // shortenRoutes (version 1), then int32 growLimit and bool checkRoutes
+    // (version 2). A station that never had options gets none; a record of a
+    // later version is reported, not used and never overwritten.
     void loadOptions();
     void saveOptions();
 

@@ -122,6 +122,18 @@ void FormPRMWidgets::setupUi(QWidget* form)
     verticalLayout->addWidget(btnLinkTargets);
     chkShortcut = makeWidget<QCheckBox>(form, "chkShortcut");
     verticalLayout->addWidget(chkShortcut);
+    horizontalLayout_4 = new QHBoxLayout();
+    horizontalLayout_4->setObjectName(QStringLiteral("horizontalLayout_4"));
+    lblGrowMap = makeWidget<QLabel>(form, "lblGrowMap");
+    horizontalLayout_4->addWidget(lblGrowMap);
+    spnGrowMap = makeSpinBox(form, "spnGrowMap", 100, 0);
+    spnGrowMap->setMinimum(0);
+    spnGrowMap->setMaximum(100000);
+    spnGrowMap->setValue(0);
+    horizontalLayout_4->addWidget(spnGrowMap);
+    verticalLayout->addLayout(horizontalLayout_4);
+    chkCheckRoutes = makeWidget<QCheckBox>(form, "chkCheckRoutes");
+    verticalLayout->addWidget(chkCheckRoutes);
     verticalLayout->addItem(new QSpacerItem(20, 9, QSizePolicy::Minimum, QSizePolicy::MinimumExpanding));
 
     retranslateUi(form);
@@ -144,6 +156,10 @@ void FormPRMWidgets::retranslateUi(QWidget* form)
     label_3->setText(QCoreApplication::translate("PluginAutoPRM", "New sample edges"));
     btnLinkTargets->setText(QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"));
     chkShortcut->setText(QCoreApplication::translate("PluginAutoPRM", "Shorten routes"));
+    lblGrowMap->setText(QCoreApplication::translate("PluginAutoPRM", "Grow map on failure by"));
+    spnGrowMap->setSpecialValueText(QCoreApplication::translate("PluginAutoPRM", "off"));
+    spnGrowMap->setSuffix(QCoreApplication::translate("PluginAutoPRM", " samples"));
+    chkCheckRoutes->setText(QCoreApplication::translate("PluginAutoPRM", "Check routes against the cell"));
 }
 
 FormPRM::FormPRM(std::shared_ptr<PlannerSession> session, QObject* updates, QWidget* parent)
@@ -196,6 +212,8 @@ void FormPRM::UpdateForm()
     setQuietly(ui->spnEdgesStartEnd, [this, &settings] { ui->spnEdgesStartEnd->setValue(settings.newNodeEdges); });
     setQuietly(ui->chkDisplayMap, [this, &settings] { ui->chkDisplayMap->setChecked(settings.displaySamples); });
     setQuietly(ui->chkShortcut, [this, &settings] { ui->chkShortcut->setChecked(settings.shortenRoutes); });
+    setQuietly(ui->spnGrowMap, [this, &settings] { ui->spnGrowMap->setValue(settings.growLimit); });
+    setQuietly(ui->chkCheckRoutes, [this, &settings] { ui->chkCheckRoutes->setChecked(settings.checkRoutes); });
 
     const bool hasSamples = sampleCount > 0;
     ui->chkDisplayMap->setEnabled(hasSamples);
@@ -291,4 +309,14 @@ void FormPRM::on_btnAddNodes_clicked()
 void FormPRM::on_chkShortcut_clicked(bool checked)
 {
     changeSetting([checked](PlannerSettings& s) { s.shortenRoutes = checked; });
+}
+
+void FormPRM::on_spnGrowMap_valueChanged(int arg1)
+{
+    changeSetting([arg1](PlannerSettings& s) { s.growLimit = arg1; });
+}
+
+void FormPRM::on_chkCheckRoutes_clicked(bool checked)
+{
+    changeSetting([checked](PlannerSettings& s) { s.checkRoutes = checked; });
 }

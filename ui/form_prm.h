@@ -43,6 +43,10 @@ struct FormPRMWidgets {
     QSpinBox* spnEdgesStartEnd = nullptr;
     QPushButton* btnLinkTargets = nullptr;
     QCheckBox* chkShortcut = nullptr;
+    QHBoxLayout* horizontalLayout_4 = nullptr;
+    QLabel* lblGrowMap = nullptr;
+    QSpinBox* spnGrowMap = nullptr;
+    QCheckBox* chkCheckRoutes = nullptr;
 
     void setupUi(QWidget* form);
     void retranslateUi(QWidget* form);
@@ -79,6 +83,8 @@ private slots:
     void on_btnShowSamples_clicked();
     void on_btnAddNodes_clicked();
     void on_chkShortcut_clicked(bool checked);
+    void on_spnGrowMap_valueChanged(int arg1);
+    void on_chkCheckRoutes_clicked(bool checked);
 
 private:
     // Applies a change to the settings, or refuses it while an operation runs.

@@ -279,5 +279,41 @@
         <source>Robot not available to calculate PRM</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>An edge of the map is not free in the cell as it is now and was taken out of the map. Update the map.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 edges of the map are not free in the cell as it is now and were taken out of the map. Update the map.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Growing the map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Growing the map, round %1:&lt;br&gt;%2 of at most %3 samples added</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grow map on failure by</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> samples</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check routes against the cell</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The planner&apos;s options stored in the station were written by a later version of the planner: they are kept as they are and not used.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

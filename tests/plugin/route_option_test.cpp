@@ -121,3 +121,70 @@ TEST_F(RouteOption, OnlyTheProgramChangesNotTheMapNorItsRoute)
     for (const QString& move : shortProgram->instructions)
         EXPECT_TRUE(move.contains(QRegExp(R"(Pt \d+ \((S\d+|via)\))"))) << move.toStdString();
 }
+
+namespace {
+
+QByteArray optionsRecord2(bool shorten, qint32 growLimit, bool checkRoutes)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << qint32(2) << shorten << growLimit << checkRoutes;
+    return bytes;
+}
+
+}  // namespace
+
+TEST_F(RouteOption, TheOptionsOfAFailedLinkGoIntoVersionTwoOfTheRecordOnlyWhenUsed)
+{
+    plugin->pluginCommand("Shortcut", "1");
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord(1, true)) << "as before while they are off";
+    EXPECT_EQ(plugin->pluginCommand("GrowMap", "400"), "OK");
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord2(true, 400, false));
+    EXPECT_EQ(plugin->pluginCommand("CheckRoutes", "1"), "OK");
+    EXPECT_EQ(plugin->pluginCommand("Shortcut", "0"), "OK");
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord2(false, 400, true));
+
+    // Read back, and a version-1 record still reads with both off.
+    setSettings([](PlannerSettings& s) {
+        s.growLimit = 0;
+        s.checkRoutes = false;
+    });
+    plugin->loadSettings();
+    EXPECT_EQ(settings().growLimit, 400);
+    EXPECT_TRUE(settings().checkRoutes);
+    EXPECT_FALSE(settings().shortenRoutes);
+    host.dataParams["Zelvane-Options"] = optionsRecord(1, true);
+    plugin->loadSettings();
+    EXPECT_TRUE(settings().shortenRoutes);
+    EXPECT_EQ(settings().growLimit, 0);
+    EXPECT_FALSE(settings().checkRoutes);
+}
+
+TEST_F(RouteOption, ARecordOfALaterVersionIsReportedAndNeverOverwritten)
+{
+    QByteArray later;
+    {
+        QDataStream stream(&later, QIODevice::WriteOnly);
+        stream << qint32(3) << true << qint32(7) << true << QString("something new");
+    }
+    host.dataParams["Zelvane-Options"] = later;
+    plugin->loadSettings();
+    EXPECT_TRUE(hasMessage("The planner's options stored in the station were written by a later version of the "
+                           "planner: they are kept as they are and not used.",
+                           false));
+    EXPECT_FALSE(settings().shortenRoutes) << "not used";
+    EXPECT_EQ(settings().growLimit, 0);
+    plugin->pluginCommand("Shortcut", "1");
+    plugin->pluginCommand("GrowMap", "100");
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), later) << "an older meaning never replaces it";
+    // Another station's record (here none) is written again as usual.
+    host.dataParams.remove("Zelvane-Options");
+    plugin->loadSettings();
+    plugin->pluginCommand("GrowMap", "100");
+    plugin->saveSettings();
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord2(true, 100, false));
+}

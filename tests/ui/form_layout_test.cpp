@@ -63,6 +63,9 @@ TEST_F(FormWidgets, ChildWidgetsInCreationOrderWithTheirTexts)
         {"spnEdgesStartEnd", "QSpinBox", nullptr},
         {"btnLinkTargets", "QPushButton", "Link selected targets/programs"},
         {"chkShortcut", "QCheckBox", "Shorten routes"},
+        {"lblGrowMap", "QLabel", "Grow map on failure by"},
+        {"spnGrowMap", "QSpinBox", nullptr},
+        {"chkCheckRoutes", "QCheckBox", "Check routes against the cell"},
     };
     const QList<QWidget*> widgets = form.findChildren<QWidget*>();
     // Spin boxes own a line edit each; only named widgets are the form's.
@@ -146,7 +149,7 @@ TEST_F(FormWidgets, SettingsGridRowsAndColumns)
 TEST_F(FormWidgets, VerticalLayoutTopToBottom)
 {
     QVBoxLayout* column = record.verticalLayout;
-    ASSERT_EQ(column->count(), 11);
+    ASSERT_EQ(column->count(), 13);
     EXPECT_EQ(column->itemAt(0)->widget(), record.widgetRobotSelect);
     EXPECT_EQ(column->itemAt(1)->layout(), record.gridLayout);
     EXPECT_EQ(column->itemAt(2)->widget(), record.btnMakeMap);
@@ -156,13 +159,15 @@ TEST_F(FormWidgets, VerticalLayoutTopToBottom)
     EXPECT_EQ(column->itemAt(7)->layout(), record.horizontalLayout_2);
     EXPECT_EQ(column->itemAt(8)->widget(), record.btnLinkTargets);
     EXPECT_EQ(column->itemAt(9)->widget(), record.chkShortcut);
+    EXPECT_EQ(column->itemAt(10)->layout(), record.horizontalLayout_4);
+    EXPECT_EQ(column->itemAt(11)->widget(), record.chkCheckRoutes);
 
     QSpacerItem* gap = column->itemAt(6)->spacerItem();
     ASSERT_NE(gap, nullptr);
     EXPECT_EQ(gap->sizeHint(), QSize(20, 20));
     EXPECT_EQ(gap->sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
     EXPECT_EQ(gap->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    QSpacerItem* stretch = column->itemAt(10)->spacerItem();
+    QSpacerItem* stretch = column->itemAt(12)->spacerItem();
     ASSERT_NE(stretch, nullptr);
     EXPECT_EQ(stretch->sizeHint(), QSize(20, 9));
     EXPECT_EQ(stretch->sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
@@ -176,6 +181,21 @@ TEST_F(FormWidgets, VerticalLayoutTopToBottom)
     ASSERT_EQ(record.horizontalLayout_2->count(), 2);
     EXPECT_EQ(record.horizontalLayout_2->itemAt(0)->widget(), record.label_3);
     EXPECT_EQ(record.horizontalLayout_2->itemAt(1)->widget(), record.spnEdgesStartEnd);
+    ASSERT_EQ(record.horizontalLayout_4->count(), 2);
+    EXPECT_EQ(record.horizontalLayout_4->itemAt(0)->widget(), record.lblGrowMap);
+    EXPECT_EQ(record.horizontalLayout_4->itemAt(1)->widget(), record.spnGrowMap);
+}
+
+TEST_F(FormWidgets, TheGrowthEditorIsOffAtZero)
+{
+    QSpinBox* grow = record.spnGrowMap;
+    EXPECT_EQ(grow->minimum(), 0);
+    EXPECT_EQ(grow->maximum(), 100000);
+    EXPECT_EQ(grow->singleStep(), 100);
+    EXPECT_EQ(grow->value(), 0);
+    EXPECT_EQ(grow->text(), "off");
+    grow->setValue(300);
+    EXPECT_EQ(grow->text(), "300 samples");
 }
 
 TEST(FormMetaObject, SlotsInRegistrationOrder)
@@ -194,6 +214,8 @@ TEST(FormMetaObject, SlotsInRegistrationOrder)
         "on_btnShowSamples_clicked()",
         "on_btnAddNodes_clicked()",
         "on_chkShortcut_clicked(bool)",
+        "on_spnGrowMap_valueChanged(int)",
+        "on_chkCheckRoutes_clicked(bool)",
     };
     ASSERT_EQ(meta.methodCount() - meta.methodOffset(), int(std::size(expected)));
     for (int i = 0; i < int(std::size(expected)); ++i) {

@@ -2,6 +2,7 @@
 #include "join_joints.h"
 
 #include "configuration.h"
+#include "connected_nodes.h"
 #include "insert_node.h"
 #include "map_capacity.h"
 #include "map_growth.h"
@@ -252,6 +253,12 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
             outcome = operation.abandoned() ? RouteOutcome::Abandoned : outcome;
             break;
         }
+        // While the new samples leave the two ends apart, the next round comes
+        // without a search, which costs the square of the map; the last try searches.
+        const bool apart = startIndex > 0 && endIndex > 0
+                        && !nodesConnected(operation.map().graph(), startIndex - 1, endIndex - 1);
+        if (apart && growth.canGrow())
+            continue;
         // The two configurations are samples of the map now: they are found again, not added.
         outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
     }

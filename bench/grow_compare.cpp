@@ -98,48 +98,44 @@ std::unique_ptr<Station> readStation()
     return station;
 }
 
-// The same start for both: a map of n samples whose link fails; false when it links.
-bool failingStart(Bench& bench, int n)
+// From the same start for both, a map of n samples whose link fails (else
+// nothing is measured): what `strategy` costs until the link succeeds.
+template <typename Strategy> Outcome measure(int n, Strategy strategy)
 {
+    Bench bench(readStation());
+    Outcome outcome;
     bench.compute(n, 0);
-    return !bench.link();
+    if (bench.link())
+        return outcome;
+    const long long before = bench.counter.tests;
+    const auto start = std::chrono::steady_clock::now();
+    strategy(bench, outcome);
+    outcome.ms = msSince(start);
+    outcome.tests = bench.counter.tests - before;
+    return outcome;
 }
 
 Outcome grow(int n, int limit)
 {
-    Bench bench(readStation());
-    Outcome outcome;
-    if (!failingStart(bench, n))
-        return outcome;
-    const long long before = bench.counter.tests;
-    const auto start = std::chrono::steady_clock::now();
-    PlannerSettings settings = bench.session->settings();
-    settings.growLimit = limit;
-    bench.session->changeSettings(settings);
-    outcome.linked = bench.link();
-    outcome.ms = msSince(start);
-    outcome.tests = bench.counter.tests - before;
-    outcome.samples = bench.session->map().sampleCount();
-    return outcome;
+    return measure(n, [limit](Bench& bench, Outcome& outcome) {
+        PlannerSettings settings = bench.session->settings();
+        settings.growLimit = limit;
+        bench.session->changeSettings(settings);
+        outcome.linked = bench.link();
+        outcome.samples = bench.session->map().sampleCount();
+    });
 }
 
 Outcome recompute(int n, int most)
 {
-    Bench bench(readStation());
-    Outcome outcome;
-    if (!failingStart(bench, n))
-        return outcome;
-    const long long before = bench.counter.tests;
-    const auto start = std::chrono::steady_clock::now();
-    for (int samples = 2 * n; samples <= most && !outcome.linked; samples *= 2) {
-        bench.compute(samples, 0);
-        ++outcome.maps;
-        outcome.linked = bench.link();
-        outcome.samples = bench.session->map().sampleCount();
-    }
-    outcome.ms = msSince(start);
-    outcome.tests = bench.counter.tests - before;
-    return outcome;
+    return measure(n, [n, most](Bench& bench, Outcome& outcome) {
+        for (int samples = 2 * n; samples <= most && !outcome.linked; samples *= 2) {
+            bench.compute(samples, 0);
+            ++outcome.maps;
+            outcome.linked = bench.link();
+            outcome.samples = bench.session->map().sampleCount();
+        }
+    });
 }
 
 // The generator at one of several places of its sequence, one per trial.

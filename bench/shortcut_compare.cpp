@@ -1,18 +1,20 @@
 // Route shortening beside OMPL's PathSimplifier, on the same routes with the
-// same checker: the planner computes a map of the 6-joint joint-space station
-// (bench/stations/joint_space_boxes.json) and links its five pairs of targets
+// same checker: the planner computes a map of a 6-joint joint-space station
+// and links its five pairs of targets
 // in-process on the simulated host; each plain route is then shortened by the
 // planner's RouteShortener (every new move asked of the host) and by OMPL's
 // simplifier given the station's own box and joint-move tests. Prints joint
 // travel (L1), via points, moves checked and time, per link and in total.
 //
-// Usage: shortcut_compare [N]      (N samples, default 2000; K = 10)
+// Usage: shortcut_compare [N [STATION...]]   (N samples, default 2000; K = 10;
+//        default stations: bench/stations/joint_space_boxes.json and joint_space_corridors.json)
 #include "calculate_map.h"
 #include "host_access.h"
 #include "host_monitor.h"
 #include "join_joints.h"
 #include "ompl_joint_space.h"
 #include "planner_session.h"
+#include "random_generator.h"
 #include "route_shortener.h"
 #include "sim_host_api.h"
 #include "station_file.h"
@@ -24,6 +26,8 @@
 #include <ompl/util/RandomNumbers.h>
 
 #include <QApplication>
+#include <QFileInfo>
+#include <QStringList>
 
 #include <chrono>
 #include <cstdio>
@@ -110,22 +114,14 @@ void printRow(const char* link, const char* who, const Result& r, double plainTr
                 r.points, r.moves, r.ms);
 }
 
-}  // namespace
-
-int main(int argc, char** argv)
+// Computes the map of one station and compares the shortenings of its five links; false when a link fails.
+bool compareOn(const QString& stationPath, int sampleCount)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    qInstallMessageHandler(quiet);
-    ompl::msg::setLogLevel(ompl::msg::LOG_NONE);
-    ompl::RNG::setSeed(1);
-    const int sampleCount = argc > 1 ? std::atoi(argv[1]) : 2000;
-
     QString error;
-    std::unique_ptr<Station> station = station_file::read(QStringLiteral(STATION_PATH), &error);
+    std::unique_ptr<Station> station = station_file::read(stationPath, &error);
     if (!station) {
         std::fprintf(stderr, "shortcut_compare: %s\n", qUtf8Printable(error));
-        return 1;
+        return false;
     }
     const Checker checker = checkerOf(*station);
     const ob::SpaceInformationPtr si = spaceFor(*station, checker);
@@ -141,9 +137,10 @@ int main(int argc, char** argv)
     session->changeSettings(settings);
     CalculateMap(*session);
 
-    std::printf("Route shortening on the map of %d samples of the 6-joint joint-space station (K = 10), five\n"
-                "links; the planner's shortener beside OMPL %d.%d.%d's PathSimplifier with the same checker\n\n",
-                session->map().sampleCount(), OMPL_MAJOR_VERSION, OMPL_MINOR_VERSION, OMPL_PATCH_VERSION);
+    std::printf("Route shortening on the map of %d samples of %s (6 joints, K = 10), five links;\n"
+                "the planner's shortener beside OMPL %d.%d.%d's PathSimplifier with the same checker\n\n",
+                session->map().sampleCount(), qUtf8Printable(QFileInfo(stationPath).fileName()), OMPL_MAJOR_VERSION,
+                OMPL_MINOR_VERSION, OMPL_PATCH_VERSION);
     std::printf("%-7s %-34s %10s %7s %7s %8s %9s\n", "link", "route", "travel", "of plain", "points", "moves", "ms");
     Result plainTotal, oursTotal, omplReduceTotal, omplMaxTotal;
     for (const auto& [from, to] : Links) {
@@ -152,7 +149,8 @@ int main(int argc, char** argv)
         if (!Join_Joints(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
             std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from),
                          qUtf8Printable(to));
-            return 1;
+            setRoadmapHost(nullptr);
+            return false;
         }
         const std::vector<ViaPoint> plain = plainRoute(session->map());
         const QByteArray name = (from + "-" + to).toUtf8();
@@ -192,8 +190,34 @@ int main(int argc, char** argv)
     printRow("", "Zelvane RouteShortener", oursTotal, plainTotal.travel);
     printRow("", "OMPL reduceVertices + shortcutPath", omplReduceTotal, plainTotal.travel);
     printRow("", "OMPL simplifyMax", omplMaxTotal, plainTotal.travel);
-    std::printf("\ntravel: summed joint motion (L1, degrees). moves: joint moves the checker was asked about.\n"
-                "OMPL's simplifier draws random points (seeded); simplifyMax ends with B-spline smoothing.\n");
+    std::printf("\n");
     setRoadmapHost(nullptr);
+    return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    qInstallMessageHandler(quiet);
+    ompl::msg::setLogLevel(ompl::msg::LOG_NONE);
+    const int sampleCount = argc > 1 ? std::atoi(argv[1]) : 2000;
+    QStringList stations;
+    for (int i = 2; i < argc; ++i)
+        stations << QString::fromLocal8Bit(argv[i]);
+    if (stations.isEmpty())
+        stations = QStringList{QStringLiteral(STATIONS_PATH "/joint_space_boxes.json"),
+                               QStringLiteral(STATIONS_PATH "/joint_space_corridors.json")};
+    for (const QString& station : stations) {
+        // Each station as a freshly loaded plug-in maps it.
+        processRandom() = MersenneTwister();
+        ompl::RNG::setSeed(1);
+        if (!compareOn(station, sampleCount))
+            return 1;
+    }
+    std::printf("travel: summed joint motion (L1, degrees). moves: joint moves the checker was asked about.\n"
+                "OMPL's simplifier draws random points (seeded); simplifyMax ends with B-spline smoothing.\n");
     return 0;
 }

@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <tuple>
 
 namespace {
-// Where on a move a shortcut may start or end: its start, quarters, its end.
-constexpr double Fractions[] = {0.0, 0.25, 0.5, 0.75, 1.0};
-constexpr int FractionCount = 5;
+// Where on a move a shortcut may start or end: its start, quarters, its end;
+// once those gain nothing, eighths.
+constexpr double Coarse[] = {0.0, 0.25, 0.5, 0.75, 1.0};
+constexpr double Fine[] = {0.0, 0.125, 0.25, 0.375, 0.5, 0.625, 0.75, 0.875, 1.0};
 // Host checks one route may cost, beyond a few per via point.
 constexpr int BaseBudget = 200;
 constexpr int BudgetPerPoint = 40;
@@ -54,20 +56,33 @@ double RouteShortener::travel(const std::vector<ViaPoint>& route, int jointCount
 
 bool RouteShortener::moveIsFree(const Configuration& from, const Configuration& to)
 {
+    // A move asked about before has its answer already, at no cost.
+    const auto key = std::make_pair(from, to);
+    const auto known = answers_.find(key);
+    if (known != answers_.end())
+        return known->second;
     --budget_;
     ++movesChecked_;
-    return edgeIsBlocked(robot_, from.data(), to.data(), jointCount_) == 0;
+    const bool free = edgeIsBlocked(robot_, from.data(), to.data(), jointCount_) == 0;
+    answers_.emplace(key, free);
+    return free;
 }
 
 std::vector<ViaPoint> RouteShortener::shorten(std::vector<ViaPoint> route)
 {
     if (route.size() < 3)
         return route;
-    budget_ = BaseBudget + BudgetPerPoint * static_cast<int>(route.size());
-    bool changed = true;
-    while (changed && budget_ > 0) {
-        changed = dropViaPoints(route);
-        changed = cutOnce(route) || changed;
+    for (const Grid grid : {Grid::Coarse, Grid::Fine}) {
+        // The finer grid has a budget of its own: the coarse one may have spent all.
+        budget_ = BaseBudget + BudgetPerPoint * static_cast<int>(route.size());
+        bool changed = true;
+        while (changed && budget_ > 0) {
+            changed = dropViaPoints(route);
+            changed = cutOnce(route, grid) || changed;
+            // Relaxed via points may open new cuts; the cuts first, as they gain most.
+            if (!changed)
+                changed = relaxViaPoints(route);
+        }
     }
     return route;
 }
@@ -93,8 +108,12 @@ bool RouteShortener::dropViaPoints(std::vector<ViaPoint>& route)
     return dropped;
 }
 
-bool RouteShortener::cutOnce(std::vector<ViaPoint>& route)
+bool RouteShortener::cutOnce(std::vector<ViaPoint>& route, Grid grid)
 {
+    const double* const Fractions = grid == Grid::Coarse ? Coarse : Fine;
+    const int FractionCount = grid == Grid::Coarse ? int(std::size(Coarse)) : int(std::size(Fine));
+    // The fine grid tries only what the coarse one could not: a point off the quarters.
+    const auto tried = [grid](int u, int v) { return grid == Grid::Coarse || u % 2 == 1 || v % 2 == 1; };
     const int moves = static_cast<int>(route.size()) - 1;
     std::vector<double> length(static_cast<size_t>(moves));
     std::vector<double> before(static_cast<size_t>(moves) + 1, 0.0);  // route length up to each point
@@ -114,6 +133,8 @@ bool RouteShortener::cutOnce(std::vector<ViaPoint>& route)
                 for (int v = t == s ? u + 1 : 1; v < FractionCount; ++v) {
                     const Configuration b =
                         along(route[size_t(t)].joints, route[size_t(t) + 1].joints, Fractions[v], jointCount_);
+                    if (!tried(u, v))
+                        continue;
                     const double gain = before[size_t(t)] + Fractions[v] * length[size_t(t)] - at - distance(a, b);
                     if (gain > tolerance)
                         shortcuts.push_back({gain, s, u, t, v});
@@ -157,4 +178,44 @@ bool RouteShortener::cutOnce(std::vector<ViaPoint>& route)
         return true;
     }
     return false;
+}
+
+bool RouteShortener::relaxViaPoints(std::vector<ViaPoint>& route)
+{
+    bool moved = false;
+    for (size_t i = 1; i + 1 < route.size() && budget_ > 0; ++i) {
+        const Configuration& before = route[i - 1].joints;
+        const Configuration& after = route[i + 1].joints;
+        const Configuration& at = route[i].joints;
+        // In L1 a via point costs nothing where each joint lies between its
+        // values at the two neighbours: it goes there, or as far towards it as
+        // free moves allow.
+        Configuration goal = at;
+        for (int j = 0; j < jointCount_; ++j)
+            goal[size_t(j)] = std::clamp(at[size_t(j)], std::min(before[size_t(j)], after[size_t(j)]),
+                                         std::max(before[size_t(j)], after[size_t(j)]));
+        const double now = distance(before, at) + distance(at, after);
+        const double tolerance = 1e-9 * (1.0 + now);
+        auto take = [&](const Configuration& candidate) {
+            if (distance(before, candidate) + distance(candidate, after) >= now - tolerance || budget_ <= 0)
+                return false;
+            if (!moveIsFree(before, candidate) || !moveIsFree(candidate, after))
+                return false;
+            route[i] = ViaPoint{candidate, ViaPoint::NewPoint};
+            moved = true;
+            return true;
+        };
+        bool taken = false;
+        for (const double fraction : {1.0, 0.5, 0.25}) {
+            if ((taken = take(along(at, goal, fraction, jointCount_))))
+                break;
+        }
+        // Else one joint at a time, where another joint's move is what collides.
+        for (int j = 0; j < jointCount_ && !taken; ++j) {
+            Configuration candidate = at;
+            candidate[size_t(j)] = goal[size_t(j)];
+            taken = candidate != at && take(candidate);
+        }
+    }
+    return moved;
 }

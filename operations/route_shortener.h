@@ -3,6 +3,8 @@
 
 #include "configuration.h"
 
+#include <map>
+#include <utility>
 #include <vector>
 
 class HostItem;
@@ -20,7 +22,8 @@ struct ViaPoint {
 // via points are dropped where the points around them are joined by a free
 // straight move (from each point to the farthest later one that can be
 // reached), and pieces of the route are cut short between points inside its
-// moves, the likeliest gains first, as the path simplifiers of motion-planning
+// moves (at their quarters, then, once those gain nothing, at their eighths),
+// the likeliest gains first, as the path simplifiers of motion-planning
 // libraries do. Every new move is checked by the host's joint-move test, the
 // one the map is built with; the first and the last point stay. It draws no
 // random numbers: the same route and host give the same result.
@@ -41,11 +44,17 @@ private:
     double distance(const Configuration& a, const Configuration& b) const;
     // Drops via points that the farthest free straight move skips; true when any went.
     bool dropViaPoints(std::vector<ViaPoint>& route);
+    // Where on the moves cuts may start and end: quarters, then eighths.
+    enum class Grid { Coarse, Fine };
+    // Moves via points to where, in L1, they lengthen the route least; true when any moved.
+    bool relaxViaPoints(std::vector<ViaPoint>& route);
     // Cuts the route short once between two points inside its moves; true when it did.
-    bool cutOnce(std::vector<ViaPoint>& route);
+    bool cutOnce(std::vector<ViaPoint>& route, Grid grid);
 
     HostItem* robot_;
     int jointCount_;
     int movesChecked_ = 0;
     int budget_ = 0;
+    // The host's answer for every move asked about, by its two ends.
+    std::map<std::pair<Configuration, Configuration>, bool> answers_;
 };

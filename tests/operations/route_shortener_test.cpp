@@ -145,3 +145,42 @@ TEST_F(RouteShortenerTest, AStraightLineFreeOfObstaclesBecomesOneMove)
     EXPECT_EQ(shorter.front().sample, 4);
     EXPECT_EQ(shorter.back().sample, 8);
 }
+
+TEST_F(RouteShortenerTest, AViaPointHighAboveTheWallComesDownAsFarAsTheMovesStayFree)
+{
+    // Over the wall from y = 40 to y = 40 by a corner at y = 90: the corner
+    // cannot go (the straight move runs through the wall), but lower down,
+    // above the wall's top at 50, it lengthens the route less. Two corners on
+    // the wall's top edges would make it 80; cuts alone reach 85.
+    const std::vector<ViaPoint> route{point(-30, 40, 1), point(0, 90, 2), point(30, 40, 3)};
+    ASSERT_FALSE(moveIsFree(route[0], route[2]));
+    RouteShortener shortener(robot, 2);
+    const std::vector<ViaPoint> shorter = shortener.shorten(route);
+    EXPECT_LE(RouteShortener::travel(shorter, 2), 82.0) << "160 before";
+    EXPECT_TRUE(same(shorter.front().joints, route.front().joints));
+    EXPECT_TRUE(same(shorter.back().joints, route.back().joints));
+    for (size_t i = 1; i < shorter.size(); ++i)
+        EXPECT_TRUE(moveIsFree(shorter[i - 1], shorter[i]));
+}
+
+TEST_F(RouteShortenerTest, AMoveAskedAboutOnceIsNotAskedAgain)
+{
+    RouteShortener shortener(robot, 2);
+    const std::vector<ViaPoint> shorter = shortener.shorten(zigzag());
+    // Every move the host was asked about was a different one.
+    std::vector<std::pair<JointVector, JointVector>> asked = robot->moves;
+    const auto key = [](const std::pair<JointVector, JointVector>& move) {
+        std::vector<double> values;
+        for (int i = 0; i < 2; ++i)
+            values.push_back(move.first[i]);
+        for (int i = 0; i < 2; ++i)
+            values.push_back(move.second[i]);
+        return values;
+    };
+    std::vector<std::vector<double>> keys;
+    for (const auto& move : asked)
+        keys.push_back(key(move));
+    std::sort(keys.begin(), keys.end());
+    EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end());
+    EXPECT_EQ(int(asked.size()), shortener.movesChecked());
+}

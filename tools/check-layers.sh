@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks the include graph against the layers of the repository:
-#   plug-in: plugin/ > ui/ > operations/ > query/ > roadmap/ > SDK (plugin/sdk/vorlik)
+#   plug-in: plugin/ > ui/ > operations/ > query/ > roadmap/ > SDK (sdk/vorlik)
 #   host:    simhost/main.cpp > run/ > window/ > host/ > station/ > cell/, and the SDK
 # A file may include headers of its own layer and of the layers below it, never
 # above; the plug-in and the host never include each other (only the SDK is
@@ -14,7 +14,7 @@ cd "$root" || exit 2
 # Layer of a file: "program:rank". Higher ranks may include lower ones.
 layer_of() {
   case "$1" in
-    plugin/sdk/*) echo "sdk:0" ;;
+    sdk/*) echo "sdk:0" ;;
     roadmap/*) echo "plugin:1" ;;
     query/*) echo "plugin:2" ;;
     operations/*) echo "plugin:3" ;;
@@ -30,7 +30,7 @@ layer_of() {
   esac
 }
 
-mapfile -t files < <(find plugin roadmap query operations ui simhost -type f \( -name '*.h' -o -name '*.cpp' \) | sort)
+mapfile -t files < <(find sdk plugin roadmap query operations ui simhost -type f \( -name '*.h' -o -name '*.cpp' \) | sort)
 
 # Where each header name lives (a name found twice is ambiguous and reported).
 declare -A header_at=()
@@ -41,8 +41,8 @@ report() {
 }
 for file in "${files[@]}"; do
   [[ "$file" == *.h ]] || continue
-  name="${file#plugin/sdk/}"
-  [[ "$file" == plugin/sdk/* ]] || name="$(basename "$file")"
+  name="${file#sdk/}"
+  [[ "$file" == sdk/* ]] || name="$(basename "$file")"
   if [[ -n "${header_at[$name]:-}" ]]; then
     report "two headers named $name: ${header_at[$name]} and $file"
   fi

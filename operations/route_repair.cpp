@@ -1,7 +1,7 @@
 // Checking a found route against the cell as it is now.
 #include "route_repair.h"
 
-#include "edge_test.h"
+#include "edge_check.h"
 #include "operation_scope.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"

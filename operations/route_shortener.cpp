@@ -1,7 +1,7 @@
 // Shortening a route by dropped via points and cuts between points on its moves.
 #include "route_shortener.h"
 
-#include "edge_test.h"
+#include "edge_check.h"
 
 #include <algorithm>
 #include <cmath>

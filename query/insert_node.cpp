@@ -1,7 +1,7 @@
 // Inserting a configuration into the map as a node, joined to its nearest samples.
 #include "insert_node.h"
 
-#include "edge_test.h"
+#include "edge_check.h"
 #include "progress_reporter.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"

@@ -2,7 +2,7 @@
 #include "roadmap_builder.h"
 
 #include "collision_check.h"
-#include "edge_test.h"
+#include "edge_check.h"
 #include "nearest_samples.h"
 #include "progress_reporter.h"
 #include "roadmap_graph.h"

@@ -2,7 +2,7 @@
 #include "roadmap_growth.h"
 
 #include "collision_check.h"
-#include "edge_test.h"
+#include "edge_check.h"
 #include "nearest_samples.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"

@@ -3,7 +3,7 @@
 #include "dense_insert_node.h"
 
 
-#include "edge_test.h"
+#include "edge_check.h"
 #include "index_matrix.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"

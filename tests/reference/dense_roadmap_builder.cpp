@@ -6,7 +6,7 @@
 #include "roadmap_builder.h"
 
 #include "collision_check.h"
-#include "edge_test.h"
+#include "edge_check.h"
 #include "index_matrix.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"

@@ -1,4 +1,4 @@
-#include "edge_test.h"
+#include "edge_check.h"
 
 #include "fake_host.h"
 

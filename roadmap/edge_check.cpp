@@ -1,5 +1,5 @@
 // The host's joint-move test of an edge, and the L1 joint distance.
-#include "edge_test.h"
+#include "edge_check.h"
 
 #include "vorlik/host_item.h"
 

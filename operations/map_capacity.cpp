@@ -4,17 +4,20 @@
 #include <limits>
 
 namespace {
-constexpr int64_t HeaderBytes = 12;  // dimension count and two sizes
-constexpr int64_t ElementBytes = 8;
 // Room for the nodes that links and added targets append to a computed map.
 constexpr int64_t GrowthAllowance = 64;
 }  // namespace
+
+int64_t storedMatrixBytes(int dimensionCount, int64_t elementCount)
+{
+    return 4 + 4 * int64_t(dimensionCount) + 8 * elementCount;
+}
 
 int64_t robotMapRecordSize(int jointCount, int sampleCount, int routeLength)
 {
     const int64_t j = jointCount;
     const int64_t n = sampleCount;
-    return 3 * HeaderBytes + ElementBytes * (j * n + n * n + int64_t(routeLength));
+    return storedMatrixBytes(2, j * n) + storedMatrixBytes(2, n * n) + storedMatrixBytes(2, routeLength);
 }
 
 int64_t largestRobotMapRecord()

@@ -8,6 +8,9 @@
 // element 8 bytes; a station's data parameter holds at most what a QByteArray
 // does. So the graph's N^2 decides: about 16,000 samples at the most.
 
+// Bytes one matrix takes in the record: its dimension count, one size per
+// dimension, then its elements, 8 bytes each.
+int64_t storedMatrixBytes(int dimensionCount, int64_t elementCount);
 // Bytes of the record of N samples of J joints with a route of L nodes.
 int64_t robotMapRecordSize(int jointCount, int sampleCount, int routeLength);
 // The largest record a station can hold.

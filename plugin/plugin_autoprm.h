@@ -46,7 +46,6 @@ public:
     bool loadSettings();
     void saveSettings();
     void loadRobotMap();
-    void saveRobotMap();
 
     // Robot choice.
     bool selectRobot(bool autoSelect, const QString& name);

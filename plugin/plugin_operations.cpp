@@ -33,12 +33,6 @@ void PluginAutoPRM::loadRobotMap()
         MapStore(*session_, hostApi, pluginName()).loadRobotMap();
 }
 
-void PluginAutoPRM::saveRobotMap()
-{
-    if (session_)
-        MapStore(*session_, hostApi, pluginName()).saveRobotMap();
-}
-
 void PluginAutoPRM::CalculateMap()
 {
     if (session_)

@@ -17,13 +17,7 @@
 
 namespace {
 
-constexpr int64_t HeaderBytes = 12;  // dimension count and two sizes
 constexpr int64_t ElementBytes = 8;
-
-int64_t matrixBytes(int64_t rows, int64_t columns)
-{
-    return HeaderBytes + ElementBytes * rows * columns;
-}
 
 // Writes into a buffer sized up front; nothing is appended or copied.
 class RecordWriter {
@@ -294,9 +288,9 @@ QByteArray encodeRobotMap(const RoadmapMatrix* samples, const RoadmapGraph* grap
 {
     const int64_t n = graph->nodeCount();
     const auto storedBytes = [](const RoadmapMatrix* matrix) {
-        return 4 + 4 * int64_t(matrix->dimensionCount) + ElementBytes * std::max(elementCount(matrix), 0);
+        return storedMatrixBytes(matrix->dimensionCount, std::max(elementCount(matrix), 0));
     };
-    const int64_t size = storedBytes(samples) + matrixBytes(n, n) + storedBytes(route);
+    const int64_t size = storedBytes(samples) + storedMatrixBytes(2, n * n) + storedBytes(route);
     if (size > largestRobotMapRecord()) {
         *problem = QStringLiteral("a map of %1 samples needs %2 bytes, more than a station can hold").arg(n).arg(size);
         return QByteArray();

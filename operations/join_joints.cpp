@@ -244,7 +244,9 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
     bool cancelled = false;
     RouteOutcome outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
     for (;;) {
-        if (outcome == RouteOutcome::Found && settings.checkRoutes && !repairRoute(operation, startIndex, endIndex, &removed))
+        // After a cancelled insertion the route is not checked: it goes as it always went.
+        if (outcome == RouteOutcome::Found && settings.checkRoutes && !cancelled
+            && !repairRoute(operation, startIndex, endIndex, &removed))
             outcome = operation.abandoned() ? RouteOutcome::Abandoned : RouteOutcome::NoPath;
         if (outcome == RouteOutcome::Found || outcome == RouteOutcome::Abandoned || cancelled || !growth.canGrow())
             break;

@@ -16,8 +16,8 @@
 #include <limits>
 
 namespace {
-// The most samples a failed link may add: more than any map a station keeps.
-constexpr double MostGrowth = 1000000.0;
+// The most samples a failed link may add (the form's largest value): more than any map a station keeps.
+constexpr double MostGrowth = 100000.0;
 
 bool startsWith(const QString& command, const char* keyword)
 {

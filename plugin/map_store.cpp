@@ -70,6 +70,13 @@ MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
 void MapStore::loadOptions()
 {
     session_.setKeepStoredOptions(false);
+    // A station without the record has every option off: none comes over from the station before.
+    PlannerSettings unset = session_.settings();
+    const PlannerSettings defaults;
+    unset.shortenRoutes = defaults.shortenRoutes;
+    unset.growLimit = defaults.growLimit;
+    unset.checkRoutes = defaults.checkRoutes;
+    session_.restoreSettings(unset);
     const QByteArray bytes = host_->getDataParam(optionsKey());
     if (bytes.isEmpty())
         return;
@@ -80,12 +87,6 @@ void MapStore::loadOptions()
         // What a later version meant by its fields is not ours to guess, nor to overwrite.
         qDebug().noquote().nospace() << "Options of a later version kept: version " << version;
         session_.setKeepStoredOptions(true);
-        PlannerSettings settings = session_.settings();
-        const PlannerSettings defaults;
-        settings.shortenRoutes = defaults.shortenRoutes;
-        settings.growLimit = defaults.growLimit;
-        settings.checkRoutes = defaults.checkRoutes;
-        session_.restoreSettings(settings);
         host_->showMessage(QCoreApplication::translate("PluginAutoPRM",
                                                        "The planner's options stored in the station were written by "
                                                        "a later version of the planner: they are kept as they are "

@@ -3,6 +3,7 @@
 
 #include "add_targets.h"
 #include "calculate_map.h"
+#include "entry_guard.h"
 #include "join_operations.h"
 #include "planner_session.h"
 #include "roadmap_matrix.h"
@@ -183,6 +184,11 @@ void FormPRM::UpdateForm()
 {
     if (released_)
         return;
+    guardedEntry(hostApi, [this] { refresh(); });
+}
+
+void FormPRM::refresh()
+{
     QList<Item> robots;
     hostApi->getItemList(robots, ItemType::Robot);
     if (robots.size() < 2) {
@@ -245,22 +251,24 @@ void FormPRM::on_btnSelectRobot_clicked()
         session_->refuseWhileBusy(false);
         return;
     }
-    session_->selectRobot(false, QString());
-    UpdateForm();
+    guardedEntry(hostApi, [this] {
+        session_->selectRobot(false, QString());
+        UpdateForm();
+    });
 }
 
 void FormPRM::on_btnMakeMap_clicked()
 {
     if (released_)
         return;
-    CalculateMap(*session_);
+    guardedEntry(hostApi, [this] { CalculateMap(*session_); });
 }
 
 void FormPRM::on_btnLinkTargets_clicked()
 {
     if (released_)
         return;
-    Join_Selection_Smart(*session_, false);
+    guardedEntry(hostApi, [this] { Join_Selection_Smart(*session_, false); });
 }
 
 void FormPRM::on_chkDisplayMap_clicked(bool checked)
@@ -296,14 +304,14 @@ void FormPRM::on_btnShowSamples_clicked()
 {
     if (released_)
         return;
-    ShowSamples(*session_);
+    guardedEntry(hostApi, [this] { ShowSamples(*session_); });
 }
 
 void FormPRM::on_btnAddNodes_clicked()
 {
     if (released_)
         return;
-    AddTargetsToMap(*session_, false, false);
+    guardedEntry(hostApi, [this] { AddTargetsToMap(*session_, false, false); });
 }
 
 void FormPRM::on_chkShortcut_clicked(bool checked)

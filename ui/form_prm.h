@@ -87,6 +87,8 @@ private slots:
     void on_chkCheckRoutes_clicked(bool checked);
 
 private:
+    // Shows the session's robot, map and settings.
+    void refresh();
     // Applies a change to the settings, or refuses it while an operation runs.
     bool changeSetting(const std::function<void(PlannerSettings&)>& change);
 

@@ -64,8 +64,9 @@ public:
     std::pair<int, int> inside(double lower, double upper) const
     {
         // With a value that is not a finite number every x(k) is NaN or
-        // infinite, and none lies strictly between two bounds.
-        if (!std::isfinite(delta_) || !std::isfinite(a_))
+        // infinite, and none lies strictly between two bounds; nothing lies
+        // strictly beyond a bound that is no number.
+        if (!std::isfinite(delta_) || !std::isfinite(a_) || std::isnan(lower) || std::isnan(upper))
             return {1, 0};
         if (delta_ >= 0.0)
             return {firstWhere([&](double x) { return x > lower; }),

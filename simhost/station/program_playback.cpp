@@ -19,6 +19,9 @@ void collectStops(const Station& station, const SimItem* program, std::vector<co
         return;
     callers.push_back(program);
     for (const Instruction& instruction : program->instructions) {
+        // Every stop shows at least once: no more stops than configurations are wanted.
+        if (stops->size() >= ProgramPlayback::MostConfigurations)
+            break;
         if (instruction.target) {
             if (station.holds(instruction.target))
                 stops->push_back(instruction.target);
@@ -53,6 +56,8 @@ ProgramPlayback playbackOf(const Station& station, const SimItem* program)
     collectStops(station, program, callers, &stops);
     const size_t jointCount = size_t(robot->jointCount());
     for (const SimItem* stop : stops) {
+        if (playback.configurations.size() >= ProgramPlayback::MostConfigurations)
+            break;
         const std::vector<double>& to = stop->jointValues;
         if (to.size() != jointCount)
             continue;
@@ -61,7 +66,8 @@ ProgramPlayback playbackOf(const Station& station, const SimItem* program)
             continue;
         }
         const std::vector<double> from = playback.configurations.back();
-        const int frames = framesOfMove(from, to);
+        const int frames = int(std::min<size_t>(size_t(framesOfMove(from, to)),
+                                                ProgramPlayback::MostConfigurations - playback.configurations.size()));
         for (int k = 1; k < frames; ++k) {
             std::vector<double> q(jointCount);
             for (size_t i = 0; i < jointCount; ++i)

@@ -22,7 +22,8 @@
 namespace station_records {
 
 // Base64 text the station file holds at most; records beyond it go apart.
-constexpr qint64 InlineTextBudget = 256LL * 1024 * 1024;
+// Well under the 128 MB a JSON document of Qt before 5.15 can hold.
+constexpr qint64 InlineTextBudget = 64LL * 1024 * 1024;
 
 // The keys whose records go apart: in key order, every record whose base64
 // text would take the text held in the file beyond the budget.

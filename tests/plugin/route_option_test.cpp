@@ -186,5 +186,18 @@ TEST_F(RouteOption, ARecordOfALaterVersionIsReportedAndNeverOverwritten)
     plugin->loadSettings();
     plugin->pluginCommand("GrowMap", "100");
     plugin->saveSettings();
-    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord2(true, 100, false));
+    EXPECT_EQ(host.dataParams.value("Zelvane-Options"), optionsRecord2(false, 100, false));
+}
+
+TEST_F(RouteOption, AStationWithoutTheRecordHasEveryOptionOff)
+{
+    // Switched on for one station, they do not come over to the next.
+    plugin->pluginCommand("Shortcut", "1");
+    plugin->pluginCommand("GrowMap", "300");
+    plugin->pluginCommand("CheckRoutes", "1");
+    host.dataParams.remove("Zelvane-Options");
+    plugin->loadSettings();
+    EXPECT_FALSE(settings().shortenRoutes);
+    EXPECT_EQ(settings().growLimit, 0);
+    EXPECT_FALSE(settings().checkRoutes);
 }

@@ -97,6 +97,12 @@ TEST(JointOracleDifferential, ValuesThatAreNoFiniteNumbersAreInNoBox)
         const double b[] = {pair[1], 0};
         EXPECT_EQ(joint_oracle::testJointMove(boxes, 2, a, b, 4.0), 0) << pair[0] << " to " << pair[1];
     }
+    // Nothing lies strictly beyond a bound that is no number.
+    const std::vector<JointBox> odd{{{nan, -10}, {10, 10}}, {{-10, -10}, {nan, 10}}};
+    const double from[] = {-20, 0};
+    const double to[] = {20, 0};
+    EXPECT_EQ(joint_oracle::testJointMove(odd, 2, from, to, 4.0), walkedJointMove(odd, 2, from, to, 4.0));
+    EXPECT_EQ(joint_oracle::testJointMove(odd, 2, to, from, 4.0), walkedJointMove(odd, 2, to, from, 4.0));
     // A box of no joints holds every point, these too.
     const std::vector<JointBox> everywhere{{{}, {}}};
     const double a[] = {nan, 0};

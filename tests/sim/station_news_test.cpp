@@ -117,3 +117,36 @@ TEST(ProgramPlayback, GoesThroughTheTargetsAndTheProgramsCalledAtAReadablePace)
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ProgramPlayback, ProgramsCallingEachOtherOverAndOverPlayUpToALimit)
+{
+    // Each of 16 programs calls the next four times: 4^15 moves if followed whole.
+    Station station;
+    SimItem* robot = station.create(ItemType::Robot, "Arm1");
+    robot->lower = {-180};
+    robot->upper = {180};
+    SimItem* a = station.create(ItemType::Target, "A");
+    a->robot = robot;
+    a->jointValues = {-100};
+    SimItem* b = station.create(ItemType::Target, "B");
+    b->robot = robot;
+    b->jointValues = {100};
+    std::vector<SimItem*> programs;
+    for (int i = 0; i < 16; ++i) {
+        SimItem* program = station.create(ItemType::Program, QStringLiteral("P%1").arg(i));
+        program->robot = robot;
+        programs.push_back(program);
+    }
+    for (int i = 0; i < 16; ++i) {
+        programs[size_t(i)]->instructions = {{a, {}, {}}, {b, {}, {}}};
+        for (int call = 0; i + 1 < 16 && call < 4; ++call)
+            programs[size_t(i)]->instructions.push_back({nullptr, QStringLiteral("P%1").arg(i + 1), {}});
+    }
+    const ProgramPlayback playback = playbackOf(station, programs.front());
+    EXPECT_EQ(playback.configurations.size(), ProgramPlayback::MostConfigurations);
+    EXPECT_EQ(playback.configurations.front(), std::vector<double>{-100});
+}
+
+}  // namespace

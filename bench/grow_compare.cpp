@@ -9,11 +9,10 @@
 //
 // Usage: grow_compare [N...]      (starting sample counts, default 50 100 200; K = 10)
 #include "calculate_map.h"
-#include "host_access.h"
 #include "host_monitor.h"
 #include "join_joints.h"
 #include "planner_session.h"
-#include "random_generator.h"
+#include "planner_random.h"
 #include "sim_host_api.h"
 #include "station_file.h"
 #include "vorlik/item_types.h"
@@ -55,12 +54,10 @@ struct Outcome {
 struct Bench {
     explicit Bench(std::unique_ptr<Station> station) : host(std::move(station), &counter)
     {
-        setRoadmapHost(&host);
         robot = host.station().items(ItemType::Robot).front();
         session = std::make_shared<PlannerSession>(&host, nullptr, SessionCallbacks());
         session->setRobot(robot);
     }
-    ~Bench() { setRoadmapHost(nullptr); }
 
     void compute(int samples, int growLimit)
     {

@@ -8,7 +8,7 @@
 #include "dense_insert_node.h"
 #include "dense_roadmap_builder.h"
 #include "fake_host.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "insert_node.h"
 #include "random_generator.h"
 #include "roadmap_builder.h"
@@ -75,7 +75,6 @@ double millisecondsOf(QElapsedTimer& timer, int repeats)
 Figures measureCore(int sampleCount, const MersenneTwister& start)
 {
     Problem problem(sampleCount);
-    setRoadmapHost(&problem.host);
     processRandom() = start;
     ScopedMatrix seeds = makeScopedMatrix();
     ScopedMatrix samples = makeScopedMatrix();
@@ -83,7 +82,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     Figures figures;
     QElapsedTimer timer;
     timer.start();
-    buildRoadmap(problem.robot, problem.parameters, seeds.get(), samples.get(), &graph);
+    hostBuildRoadmap(problem.host, problem.robot, problem.parameters, seeds.get(), samples.get(), &graph);
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
     figures.edges = graph.edgeCount();
@@ -93,8 +92,8 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     for (const Configuration& q : problem.insertions) {
         int edgesMade = 0;
         int nodeIndex = 0;
-        insertNode(problem.robot, q, samples.get(), &graph, problem.parameters, samples.get(), &graph, &edgesMade,
-                   &nodeIndex);
+        hostInsertNode(problem.host, problem.robot, q, samples.get(), &graph, problem.parameters, samples.get(),
+                       &graph, &edgesMade, &nodeIndex);
         setSize(samples.get(), rows(samples.get()), sampleCount);
         graph.resize(sampleCount);
     }
@@ -107,22 +106,22 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
         shortestPath(&graph, source, destination, &cost, path.get());
     }
     figures.searchMs = millisecondsOf(timer, int(problem.queries.size()));
-    setRoadmapHost(nullptr);
     return figures;
 }
 
 Figures measureReference(int sampleCount, const MersenneTwister& start)
 {
     Problem problem(sampleCount);
-    setRoadmapHost(&problem.host);
     processRandom() = start;
     ScopedMatrix seeds = makeScopedMatrix();
     ScopedMatrix samples = makeScopedMatrix();
     ScopedMatrix graph = makeScopedMatrix();
     Figures figures;
     QElapsedTimer timer;
+    HostCollisionChecker checker(&problem.host, problem.robot);
     timer.start();
-    denseBuildRoadmap(problem.robot, problem.parameters, seeds.get(), samples.get(), graph.get());
+    denseBuildRoadmap(checker, progressReporter(), processRandom(), problem.parameters, seeds.get(), samples.get(),
+                      graph.get());
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
     RoadmapGraph sparse;
@@ -139,7 +138,7 @@ Figures measureReference(int sampleCount, const MersenneTwister& start)
     for (const Configuration& q : problem.insertions) {
         int edgesMade = 0;
         int nodeIndex = 0;
-        denseInsertNode(problem.robot, q, samples.get(), graph.get(), problem.parameters, samplesOut.get(),
+        denseInsertNode(checker, progressReporter(), q, samples.get(), graph.get(), problem.parameters, samplesOut.get(),
                         graphOut.get(), &edgesMade, &nodeIndex);
         copyMatrix(samplesOut.get(), committedSamples.get());
         copyMatrix(graphOut.get(), committedGraph.get());
@@ -153,7 +152,6 @@ Figures measureReference(int sampleCount, const MersenneTwister& start)
         tableShortestPath(graph.get(), source, destination, &cost, path.get());
     }
     figures.searchMs = millisecondsOf(timer, int(problem.queries.size()));
-    setRoadmapHost(nullptr);
     return figures;
 }
 

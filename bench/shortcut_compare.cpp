@@ -9,12 +9,12 @@
 // Usage: shortcut_compare [N [STATION...]]   (N samples, default 2000; K = 10;
 //        default stations: bench/stations/joint_space_boxes.json and joint_space_corridors.json)
 #include "calculate_map.h"
-#include "host_access.h"
+#include "host_collision_checker.h"
 #include "host_monitor.h"
 #include "join_joints.h"
 #include "ompl_joint_space.h"
 #include "planner_session.h"
-#include "random_generator.h"
+#include "planner_random.h"
 #include "route_shortener.h"
 #include "sim_host_api.h"
 #include "station_file.h"
@@ -127,7 +127,6 @@ bool compareOn(const QString& stationPath, int sampleCount)
     const ob::SpaceInformationPtr si = spaceFor(*station, checker);
     NoMonitor monitor;
     SimHostApi host(std::move(station), &monitor);
-    setRoadmapHost(&host);
     SimItem* robot = host.station().items(ItemType::Robot).front();
     auto session = std::make_shared<PlannerSession>(&host, nullptr, SessionCallbacks());
     session->setRobot(robot);
@@ -149,7 +148,6 @@ bool compareOn(const QString& stationPath, int sampleCount)
         if (!Join_Joints(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
             std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from),
                          qUtf8Printable(to));
-            setRoadmapHost(nullptr);
             return false;
         }
         const std::vector<ViaPoint> plain = plainRoute(session->map());
@@ -157,7 +155,8 @@ bool compareOn(const QString& stationPath, int sampleCount)
         Result p{RouteShortener::travel(plain, checker.joints), int(plain.size()), 0, 0};
 
         auto start = std::chrono::steady_clock::now();
-        RouteShortener shortener(robot, checker.joints);
+        HostCollisionChecker hostChecker(&host, robot);
+        RouteShortener shortener(hostChecker, checker.joints);
         const std::vector<ViaPoint> ours = shortener.shorten(plain);
         Result o{RouteShortener::travel(ours, checker.joints), int(ours.size()), shortener.movesChecked(),
                  msSince(start)};
@@ -191,7 +190,6 @@ bool compareOn(const QString& stationPath, int sampleCount)
     printRow("", "OMPL reduceVertices + shortcutPath", omplReduceTotal, plainTotal.travel);
     printRow("", "OMPL simplifyMax", omplMaxTotal, plainTotal.travel);
     std::printf("\n");
-    setRoadmapHost(nullptr);
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include "add_targets.h"
 
 #include "configuration.h"
+#include "host_collision_checker.h"
 #include "insert_node.h"
 #include "items_of_type.h"
 #include "map_capacity.h"
@@ -32,11 +33,12 @@ Insertion insertIntoMap(OperationScope& operation, const JointVector& joints, co
 {
     Configuration configuration{};
     std::copy(joints.values(), joints.values() + joints.count(), configuration.begin());
-    int nodeIndex = -1;
     RobotMap& map = operation.map();
     const int samplesBefore = map.sampleCount();
-    insertNode(operation.session().robot(), configuration, map.samples(), map.graph(), parameters, map.samples(),
-               map.graph(), edgesMade, &nodeIndex);
+    HostCollisionChecker checker(operation.session().host(), operation.session().robot());
+    *edgesMade = NodeInserter(checker, progressReporter())
+                     .insert(configuration, map.samples(), map.graph(), parameters, map.samples(), map.graph())
+                     .edgesMade;
     Insertion outcome = Insertion::Isolated;
     if (map.sampleCount() == samplesBefore)
         outcome = Insertion::AlreadyPresent;

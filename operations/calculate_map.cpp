@@ -1,11 +1,12 @@
 // Computing the map of the chosen robot under the progress dialog, with the "Replace map" question.
 #include "calculate_map.h"
 
-#include "collision_check.h"
 #include "configuration.h"
+#include "host_collision_checker.h"
 #include "map_capacity.h"
 #include "operation_scope.h"
 #include "planner_session.h"
+#include "planner_random.h"
 #include "progress_reporter.h"
 #include "replace_map_question.h"
 #include "roadmap_builder.h"
@@ -65,9 +66,10 @@ ScopedMatrix collectSeeds(PlannerSession& session, int jointCount)
 // refused before anything is done; the map stays as it is.
 bool canCompute(PlannerSession& session, HostItem* robot)
 {
-    double lower[JointVector::MaxJoints] = {};
-    double upper[JointVector::MaxJoints] = {};
-    const int jointCount = readJointLimits(robot, lower, upper);
+    JointVector lower;
+    JointVector upper;
+    HostCollisionChecker(session.host(), robot).jointLimits(lower, upper);
+    const int jointCount = lower.count();
     for (int i = 0; i < jointCount; ++i) {
         if (!std::isfinite(lower[i]) || !std::isfinite(upper[i]) || !std::isfinite(upper[i] - lower[i])) {
             session.host()->showMessage(
@@ -137,7 +139,9 @@ void computeMap(OperationScope& operation)
     progressReporter().start(session.mainWindow(),
                              QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
     RobotMap& work = operation.workMap();
-    buildRoadmap(robot, parameters, seeds.get(), work.samples(), work.graph());
+    HostCollisionChecker checker(host, robot);
+    RoadmapBuilder(checker, progressReporter(), processRandom())
+        .build(parameters, seeds.get(), work.samples(), work.graph());
     seeds.reset();
     session.robotStillThere();
 

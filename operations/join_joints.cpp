@@ -3,6 +3,7 @@
 
 #include "configuration.h"
 #include "connected_nodes.h"
+#include "host_collision_checker.h"
 #include "insert_node.h"
 #include "map_capacity.h"
 #include "map_growth.h"
@@ -38,8 +39,12 @@ void insertQueryNode(OperationScope& operation, const double* joints, const Plan
                      int* edgesMade, int* nodeIndex)
 {
     RobotMap& map = operation.map();
-    insertNode(operation.session().robot(), configurationFrom(joints), map.samples(), map.graph(), parameters,
-               map.samples(), map.graph(), edgesMade, nodeIndex);
+    HostCollisionChecker checker(operation.session().host(), operation.session().robot());
+    const InsertedNode inserted = NodeInserter(checker, progressReporter())
+                                      .insert(configurationFrom(joints), map.samples(), map.graph(), parameters,
+                                              map.samples(), map.graph());
+    *edgesMade = inserted.edgesMade;
+    *nodeIndex = inserted.nodeNumber;
 }
 
 // Configurations that are not numbers, or a map with no room for two more
@@ -312,7 +317,8 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     std::vector<ViaPoint> points = routePoints(session.map());
     // Shortened while the display waits, before the robot goes back.
     if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {
-        RouteShortener shortener(robot, rows(session.map().samples()));
+        HostCollisionChecker checker(host, robot);
+        RouteShortener shortener(checker, rows(session.map().samples()));
         points = shortener.shorten(std::move(points));
         qDebug().noquote().nospace() << "Route shortened: " << points.size() << " points, " << shortener.movesChecked()
                                      << " moves checked";

@@ -4,7 +4,9 @@
 #include "map_capacity.h"
 #include "operation_scope.h"
 #include "progress_reporter.h"
-#include "roadmap_growth.h"
+#include "host_collision_checker.h"
+#include "planner_random.h"
+#include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
 
@@ -38,7 +40,9 @@ int MapGrowth::growRound(OperationScope& operation)
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Growing the map"));
     const int limit = limit_;
     const int before = grown_;
-    const int added = growRoadmap(session.robot(), session.settings().parameters(), round, map.samples(), map.graph(),
+    HostCollisionChecker checker(session.host(), session.robot());
+    RoadmapBuilder builder(checker, progress, processRandom());
+    const int added = builder.grow(session.settings().parameters(), round, map.samples(), map.graph(),
                                   [&progress, limit, before, this](int sample) {
                                       progress.setHeadline(
                                           QCoreApplication::translate(

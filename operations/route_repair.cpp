@@ -1,7 +1,8 @@
 // Checking a found route against the cell as it is now.
 #include "route_repair.h"
 
-#include "edge_check.h"
+#include "collision_checker.h"
+#include "host_collision_checker.h"
 #include "operation_scope.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
@@ -14,7 +15,7 @@ namespace {
 // The first move of the route that the host refuses now, as its two 0-based
 // nodes; false when every move is free. A move to a node that is no sample
 // (a cancelled insertion's) cannot be tested and counts as refused.
-bool firstRefusedMove(HostItem* robot, const RobotMap& map, int* from, int* to)
+bool firstRefusedMove(CollisionChecker& checker, const RobotMap& map, int* from, int* to)
 {
     const RoadmapMatrix* route = map.route();
     const RoadmapMatrix* samples = map.samples();
@@ -23,7 +24,10 @@ bool firstRefusedMove(HostItem* robot, const RobotMap& map, int* from, int* to)
         const int a = static_cast<int>(at(route, 0, i)) - 1;
         const int b = static_cast<int>(at(route, 0, i + 1)) - 1;
         const bool samplesBoth = a >= 0 && b >= 0 && a < map.sampleCount() && b < map.sampleCount();
-        if (!samplesBoth || edgeIsBlocked(robot, column(samples, a), column(samples, b), rows(samples)) != 0) {
+        const int joints = rows(samples);
+        if (!samplesBoth
+            || checker.jointMove(JointVector(column(samples, a), joints), JointVector(column(samples, b), joints))
+                   != 0) {
             *from = a;
             *to = b;
             return true;
@@ -37,10 +41,10 @@ bool firstRefusedMove(HostItem* robot, const RobotMap& map, int* from, int* to)
 bool repairRoute(OperationScope& operation, int start, int end, int* removed)
 {
     RobotMap& map = operation.map();
-    HostItem* robot = operation.session().robot();
+    HostCollisionChecker checker(operation.session().host(), operation.session().robot());
     int from = 0;
     int to = 0;
-    while (!operation.abandoned() && firstRefusedMove(robot, map, &from, &to)) {
+    while (!operation.abandoned() && firstRefusedMove(checker, map, &from, &to)) {
         qDebug().noquote().nospace() << "Route move refused by the cell: nodes " << from + 1 << " and " << to + 1;
         RoadmapGraph* graph = map.graph();
         if (from < 0 || to < 0 || from >= graph->nodeCount() || to >= graph->nodeCount() || from == to

@@ -1,7 +1,8 @@
 // Shortening a route by dropped via points and cuts between points on its moves.
 #include "route_shortener.h"
 
-#include "edge_check.h"
+#include "collision_checker.h"
+#include "joint_distance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +40,7 @@ struct Shortcut {
 };
 }  // namespace
 
-RouteShortener::RouteShortener(HostItem* robot, int jointCount) : robot_(robot), jointCount_(jointCount) {}
+RouteShortener::RouteShortener(CollisionChecker& checker, int jointCount) : checker_(checker), jointCount_(jointCount) {}
 
 double RouteShortener::distance(const Configuration& a, const Configuration& b) const
 {
@@ -63,7 +64,7 @@ bool RouteShortener::moveIsFree(const Configuration& from, const Configuration& 
         return known->second;
     --budget_;
     ++movesChecked_;
-    const bool free = edgeIsBlocked(robot_, from.data(), to.data(), jointCount_) == 0;
+    const bool free = checker_.jointMove(JointVector(from.data(), jointCount_), JointVector(to.data(), jointCount_)) == 0;
     answers_.emplace(key, free);
     return free;
 }

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-class HostItem;
+class CollisionChecker;
 
 // One point of a route: its joints, and the sample of the map it is (0-based),
 // or NewPoint for a point the shortening put on a move.
@@ -29,7 +29,7 @@ struct ViaPoint {
 // random numbers: the same route and host give the same result.
 class RouteShortener {
 public:
-    RouteShortener(HostItem* robot, int jointCount);
+    RouteShortener(CollisionChecker& checker, int jointCount);
 
     std::vector<ViaPoint> shorten(std::vector<ViaPoint> route);
 
@@ -51,7 +51,7 @@ private:
     // Cuts the route short once between two points inside its moves; true when it did.
     bool cutOnce(std::vector<ViaPoint>& route, Grid grid);
 
-    HostItem* robot_;
+    CollisionChecker& checker_;
     int jointCount_;
     int movesChecked_ = 0;
     int budget_ = 0;

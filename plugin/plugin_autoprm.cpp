@@ -2,7 +2,6 @@
 #include "plugin_autoprm.h"
 
 #include "entry_guard.h"
-#include "host_access.h"
 #include "planner_session.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
@@ -88,7 +87,6 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
         session_->setCallbacks(std::move(callbacks));
         samplePositions_ = makeScopedMatrix();
 
-        setRoadmapHost(hostApi_);
         hostApi = hostApi_;
         mainWindow = mainWindow_;
         statusBar = statusBar_;

@@ -1,19 +1,16 @@
 // Inserting a configuration into the map as a node, joined to its nearest samples.
 #include "insert_node.h"
 
-#include "edge_check.h"
-#include "progress_reporter.h"
+#include "collision_checker.h"
+#include "joint_distance.h"
+#include "progress_steps.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
-#include "translate.h"
-
-#include <QCoreApplication>
-#include <QDebug>
 
 #include <algorithm>
-#include <vector>
 #include <climits>
 #include <cmath>
+#include <vector>
 
 namespace {
 // Nearest integer, halves away from zero, saturated to the 32-bit range.
@@ -34,18 +31,6 @@ int incrementSaturated(int value)
     return value == INT_MAX ? value : value + 1;
 }
 
-bool connectProgress(int candidate, int candidateTotal, int edges)
-{
-    qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
-    ProgressReporter& reporter = progressReporter();
-    reporter.setHeadline(QCoreApplication::translate("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3")
-                             .arg(candidate)
-                             .arg(candidateTotal)
-                             .arg(edges));
-    reporter.setDetail(QString());
-    return reporter.update(static_cast<int>(candidate * 100LL / candidateTotal));
-}
-
 struct Candidate {
     int index;  // 0-based sample
     double distance;
@@ -62,18 +47,22 @@ bool triedLater(const Candidate& a, const Candidate& b)
 }
 }  // namespace
 
-void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
-                const PlannerParameters& parameters, RoadmapMatrix* samplesOut, RoadmapGraph* graphOut, int* edgesMade,
-                int* nodeIndex)
+NodeInserter::NodeInserter(CollisionChecker& checker, PlannerProgress& progress)
+    : checker_(checker), progress_(progress)
 {
+}
+
+InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatrix* samples,
+                                  const RoadmapGraph* graph, const PlannerParameters& parameters,
+                                  RoadmapMatrix* samplesOut, RoadmapGraph* graphOut)
+{
+    InsertedNode inserted;
     const int jointCount = rows(samples);
     const int sampleCount = columns(samples);
     if (sampleCount < 1) {
         setSize(samplesOut, 0, 0);
         graphOut->clear();
-        *nodeIndex = -1;
-        *edgesMade = 0;
-        return;
+        return inserted;
     }
 
     std::vector<Candidate> candidates(static_cast<size_t>(sampleCount));
@@ -91,28 +80,30 @@ void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatri
     // edges-per-sample setting is reported as the edge count, so that callers
     // judge a reused node a success.
     if (parameters[PlannerParameter::RobotStep] >= nearest.distance) {
-        *nodeIndex = nearest.index + 1;
-        *edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
-        return;
+        inserted.nodeNumber = nearest.index + 1;
+        inserted.edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
+        return inserted;
     }
 
     const int side = graphOut->nodeCount();
     graphOut->addNode();
-    *nodeIndex = incrementSaturated(side);
+    inserted.nodeNumber = incrementSaturated(side);
 
     // Nearest first, taken from a heap one at a time: usually only a few are tried.
     std::make_heap(candidates.begin(), candidates.end(), triedLater);
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
-        if (connectProgress(k + 1, sampleCount, edges)) {
+        if (showConnectProgress(progress_, k + 1, sampleCount, edges)) {
             // Cancelled: samplesOut stays without the node; callers abandon the query.
-            *edgesMade = edges;
-            return;
+            inserted.edgesMade = edges;
+            return inserted;
         }
         std::pop_heap(candidates.begin(), candidates.end(), triedLater);
         const Candidate candidate = candidates.back();
         candidates.pop_back();
-        if (edgeIsBlocked(robot, configuration.data(), column(samples, candidate.index), jointCount) != 0)
+        if (checker_.jointMove(JointVector(configuration.data(), jointCount),
+                               JointVector(column(samples, candidate.index), jointCount))
+            != 0)
             continue;
         edges = incrementSaturated(edges);
         // The node's edges go to index N, which after a cancelled insertion is
@@ -126,5 +117,6 @@ void insertNode(HostItem* robot, Configuration configuration, const RoadmapMatri
     // Appended even without edges: an isolated node, which the caller reports.
     setSize(samplesOut, jointCount, sampleCount + 1);
     std::copy(configuration.begin(), configuration.begin() + jointCount, column(samplesOut, sampleCount));
-    *edgesMade = edges;
+    inserted.edgesMade = edges;
+    return inserted;
 }

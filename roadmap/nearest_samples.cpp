@@ -1,7 +1,7 @@
 // The nearest older samples of a new one, in one pass with a bounded heap.
 #include "nearest_samples.h"
 
-#include "edge_check.h"
+#include "joint_distance.h"
 #include "roadmap_matrix.h"
 
 #include <algorithm>

@@ -1,7 +1,5 @@
-// The MT19937 generator and the uniform draws of the sampler.
+// The MT19937 generator and its uniform draws.
 #include "random_generator.h"
-
-#include "roadmap_matrix.h"
 
 namespace {
 constexpr int StateSize = 624;
@@ -58,28 +56,4 @@ double MersenneTwister::nextUniform()
         if (r != 0.0)
             return r;
     }
-}
-
-MersenneTwister& processRandom()
-{
-    static MersenneTwister generator;
-    return generator;
-}
-
-double randomUniform()
-{
-    return processRandom().nextUniform();
-}
-
-void randomVector(int n, RoadmapMatrix* vector)
-{
-    const int old = elementCount(vector);
-    vector->extents[0] = n;
-    // A vector spans one column: empty further dimensions would hide its storage.
-    for (int i = 1; i < vector->dimensionCount; ++i)
-        if (vector->extents[i] == 0)
-            vector->extents[i] = 1;
-    ensureCapacity(vector, old);
-    for (int i = 0; i < n; ++i)
-        vector->values[i] = randomUniform();
 }

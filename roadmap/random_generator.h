@@ -1,9 +1,7 @@
-// The process-wide random generator.
+// The planner's random generator.
 #pragma once
 
 #include <cstdint>
-
-struct RoadmapMatrix;
 
 // 32-bit Mersenne Twister (MT19937), seeded with 5489 at its first draw and
 // never again, so the first map after loading is repeatable and later maps
@@ -26,12 +24,3 @@ private:
     bool seeded_ = false;
     uint64_t drawn_ = 0;
 };
-
-// The process-wide generator used by the sampler.
-MersenneTwister& processRandom();
-
-// Draw from the process-wide generator.
-double randomUniform();
-// Sets the matrix's first dimension to n (capacity ensured) and fills it with
-// n successive draws.
-void randomVector(int n, RoadmapMatrix* vector);

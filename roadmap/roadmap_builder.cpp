@@ -1,19 +1,14 @@
 // Building the map: free samples, each joined to its nearest older ones.
 #include "roadmap_builder.h"
 
-#include "collision_check.h"
-#include "edge_check.h"
+#include "collision_checker.h"
+#include "free_configuration.h"
 #include "nearest_samples.h"
-#include "progress_reporter.h"
+#include "progress_steps.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
-#include "translate.h"
-
-#include <QCoreApplication>
-#include <QDebug>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 // Keeps the first `keep` samples and the edges among them.
@@ -22,34 +17,27 @@ void truncateRoadmap(RoadmapMatrix* samples, RoadmapGraph* graph, int keep)
     graph->resize(keep);
     setSize(samples, rows(samples), keep);
 }
+
+// True when the straight joint move between two samples is free.
+bool moveIsFree(CollisionChecker& checker, const double* a, const double* b, int jointCount)
+{
+    return checker.jointMove(JointVector(a, jointCount), JointVector(b, jointCount)) == 0;
+}
 }  // namespace
 
-bool prmProgress(int samplesDone, int sampleTotal, double edgeCount)
+RoadmapBuilder::RoadmapBuilder(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random)
+    : checker_(checker), progress_(progress), random_(random)
 {
-    const long long edges = static_cast<long long>(edgeCount);
-    qDebug().nospace() << "Calculating PRM " << samplesDone << " / " << sampleTotal << " - Edges: " << edges;
-    ProgressReporter& reporter = progressReporter();
-    reporter.setHeadline(
-        QCoreApplication::translate("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3")
-            .arg(samplesDone)
-            .arg(sampleTotal)
-            .arg(edges));
-    reporter.setDetail(QString());
-    return reporter.update(static_cast<int>(samplesDone * 100LL / sampleTotal));
 }
 
-void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const RoadmapMatrix* seeds,
-                  RoadmapMatrix* samples, RoadmapGraph* graph)
+void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
+                           RoadmapGraph* graph)
 {
-    double lower[JointVector::MaxJoints] = {};
-    double upper[JointVector::MaxJoints] = {};
-    const int jointCount = readJointLimits(robot, lower, upper);
-    double seedCursor = 1.0;
-    double cancelValue = 0.0;
+    FreeConfigurationSearch search(checker_, progress_, random_, seeds);
+    const int jointCount = search.jointCount();
     Configuration configuration{};
 
-    findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
-    if (cancelValue > 0) {
+    if (!search.next(configuration)) {
         setSize(samples, 0, 0);
         graph->clear();
         return;
@@ -63,12 +51,11 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
         std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, 0));
     graph->clear();
     graph->resize(sampleTotal);
-    double edgeCount = 0.0;
+    long long edgeCount = 0;
     NearestSamples nearest;
 
     for (int k = 1; k < sampleTotal; ++k) {
-        findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
-        if (cancelValue > 0) {
+        if (!search.next(configuration)) {
             truncateRoadmap(samples, graph, k);
             return;
         }
@@ -78,14 +65,46 @@ void buildRoadmap(HostItem* robot, const PlannerParameters& parameters, const Ro
         // Only the K nearest are tried; a blocked one is not replaced by the next.
         const int tried = NearestSamples::candidateCount(edgesPerSample, k);
         for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
-            if (prmProgress(k + 1, sampleTotal, edgeCount)) {
+            if (showSampleProgress(progress_, k + 1, sampleTotal, edgeCount)) {
                 truncateRoadmap(samples, graph, k + 1);
                 return;
             }
-            if (edgeIsBlocked(robot, sample, column(samples, candidate.index), jointCount) == 0) {
-                edgeCount += 1.0;
+            if (moveIsFree(checker_, sample, column(samples, candidate.index), jointCount)) {
+                ++edgeCount;
                 graph->setLength(k, candidate.index, candidate.distance);
             }
         }
     }
+}
+
+int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, RoadmapMatrix* samples,
+                         RoadmapGraph* graph, const std::function<bool(int added)>& added)
+{
+    const RoadmapMatrix* noSeeds = nullptr;
+    FreeConfigurationSearch search(checker_, progress_, random_, noSeeds);
+    const int jointCount = search.jointCount();
+    if (rows(samples) != jointCount || graph->nodeCount() != columns(samples) || columns(samples) < 1)
+        return 0;
+    Configuration configuration{};
+    const double edgesPerSample = parameters[PlannerParameter::Edges];
+    NearestSamples nearest;
+
+    for (int n = 0; n < count; ++n) {
+        if (!search.next(configuration))
+            return n;
+        const int k = columns(samples);
+        setSize(samples, jointCount, k + 1);
+        double* sample = column(samples, k);
+        std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
+        graph->addNode();
+        // As in the construction: the K nearest are tried, a blocked one is not replaced.
+        const int tried = NearestSamples::candidateCount(edgesPerSample, k);
+        for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
+            if (added(n + 1))
+                return n + 1;
+            if (moveIsFree(checker_, sample, column(samples, candidate.index), jointCount))
+                graph->setLength(k, candidate.index, candidate.distance);
+        }
+    }
+    return count;
 }

@@ -4,7 +4,8 @@
 #   host:    simhost/main.cpp > run/ > window/ > host/ > station/ > cell/, and the SDK
 # A file may include headers of its own layer and of the layers below it, never
 # above; the plug-in and the host never include each other (only the SDK is
-# shared); and no two modules (a header with its source) include each other,
+# shared); the planner core (roadmap/, query/) includes and links nothing of
+# Qt Widgets, so that it runs without a window; and no two modules (a header with its source) include each other,
 # directly or round a longer circle. Prints every offence; exits 1 if any.
 # Usage: tools/check-layers.sh [SOURCE_DIR]
 set -uo pipefail
@@ -81,6 +82,24 @@ for file in "${files[@]}"; do
     module_to="${target%.*}"
     [[ "$module_to" != "$module_from" ]] && echo "$module_from $module_to" >> "$edges"
   done < <(sed -n 's/^[[:space:]]*#[[:space:]]*include[[:space:]]*"\([^"]*\)".*/\1/p' "$file")
+done
+
+# The planner core uses Qt Core only: no Qt Widgets header (<QWidget>,
+# <QtWidgets/...>) in its files and no Widgets in its build lists.
+widgets_dir="$(ls -d /usr/include/*/qt5/QtWidgets /usr/include/qt5/QtWidgets 2>/dev/null | head -n 1)"
+for file in "${files[@]}"; do
+  [[ "$file" == roadmap/* || "$file" == query/* ]] || continue
+  while IFS= read -r included; do
+    name="${included#QtWidgets/}"
+    if [[ "$included" == QtWidgets/* || ( -n "$widgets_dir" && -e "$widgets_dir/$name" ) ]]; then
+      report "$file includes <$included>: the planner core uses no Qt Widgets"
+    fi
+  done < <(sed -n 's/^[[:space:]]*#[[:space:]]*include[[:space:]]*<\([^>]*\)>.*/\1/p' "$file")
+done
+for list in roadmap/CMakeLists.txt query/CMakeLists.txt; do
+  if grep -q 'Widgets' "$list"; then
+    report "$list links Qt Widgets: the planner core uses Qt Core only"
+  fi
 done
 
 # Circles between modules: tsort names the modules of each loop it finds.

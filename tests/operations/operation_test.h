@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fake_station.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
 #include "dense_graph.h"
@@ -25,13 +25,11 @@ protected:
     {
         robot = station.addLoggedRobot("Arm", {-360, -360}, {360, 360});
         session.setRobot(robot);
-        setRoadmapHost(&station);
     }
     ~UiTest() override
     {
         // A dialog an operation left open must not leak into the next test.
         progressReporter().finish();
-        setRoadmapHost(nullptr);
     }
 
     static JointVector joints(const Joints& values)

@@ -3,7 +3,7 @@
 #include "route_shortener.h"
 
 #include "fake_host.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "random_generator.h"
 
 #include <gtest/gtest.h>
@@ -31,13 +31,10 @@ class RouteShortenerTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setRoadmapHost(&host);
-        robot = host.addRobot("Arm", {-200, -200}, {200, 200});
         // A wall between x = -10 and 10, open above y = 50.
         robot->boxes.push_back({{-10, -201}, {10, 50}});
         host.params["PathStepCollisionDeg"] = "2.0";
     }
-    void TearDown() override { setRoadmapHost(nullptr); }
 
     // A roadmap route around the wall that zig-zags on its way.
     std::vector<ViaPoint> zigzag() const
@@ -53,7 +50,8 @@ protected:
     }
 
     FakeHost host;
-    FakeRobot* robot = nullptr;
+    FakeRobot* robot = host.addRobot("Arm", {-200, -200}, {200, 200});
+    HostCollisionChecker checker{&host, robot};
 };
 
 }  // namespace
@@ -64,7 +62,7 @@ TEST_F(RouteShortenerTest, ShorterBetweenTheSameEndsAndEveryMoveFree)
     for (size_t i = 0; i + 1 < route.size(); ++i)
         ASSERT_TRUE(moveIsFree(route[i], route[i + 1])) << "the route given is free";
 
-    RouteShortener shortener(robot, 2);
+    RouteShortener shortener(checker, 2);
     const std::vector<ViaPoint> shorter = shortener.shorten(route);
 
     EXPECT_LT(RouteShortener::travel(shorter, 2), 0.85 * RouteShortener::travel(route, 2));
@@ -82,7 +80,7 @@ TEST_F(RouteShortenerTest, ShorterBetweenTheSameEndsAndEveryMoveFree)
 TEST_F(RouteShortenerTest, EveryNewMoveWasAskedOfTheHost)
 {
     const std::vector<ViaPoint> route = zigzag();
-    const std::vector<ViaPoint> shorter = RouteShortener(robot, 2).shorten(route);
+    const std::vector<ViaPoint> shorter = RouteShortener(checker, 2).shorten(route);
     auto asked = [this](const ViaPoint& a, const ViaPoint& b) {
         return std::any_of(robot->moves.begin(), robot->moves.end(), [&](const auto& move) {
             return move.first[0] == a.joints[0] && move.first[1] == a.joints[1] && move.second[0] == b.joints[0] &&
@@ -105,7 +103,7 @@ TEST_F(RouteShortenerTest, EveryNewMoveWasAskedOfTheHost)
 TEST_F(RouteShortenerTest, PointsOnMovesAreNewAndSamplesKeepTheirNumbers)
 {
     const std::vector<ViaPoint> route = zigzag();
-    for (const ViaPoint& p : RouteShortener(robot, 2).shorten(route)) {
+    for (const ViaPoint& p : RouteShortener(checker, 2).shorten(route)) {
         if (p.sample == ViaPoint::NewPoint)
             continue;
         const bool found = std::any_of(route.begin(), route.end(), [&p](const ViaPoint& q) {
@@ -118,8 +116,8 @@ TEST_F(RouteShortenerTest, PointsOnMovesAreNewAndSamplesKeepTheirNumbers)
 TEST_F(RouteShortenerTest, TheSameRouteGivesTheSameResultAndNoRandomDraws)
 {
     const uint64_t drawsBefore = processRandom().outputsDrawn();
-    const std::vector<ViaPoint> first = RouteShortener(robot, 2).shorten(zigzag());
-    const std::vector<ViaPoint> second = RouteShortener(robot, 2).shorten(zigzag());
+    const std::vector<ViaPoint> first = RouteShortener(checker, 2).shorten(zigzag());
+    const std::vector<ViaPoint> second = RouteShortener(checker, 2).shorten(zigzag());
     EXPECT_EQ(processRandom().outputsDrawn(), drawsBefore);
     ASSERT_EQ(first.size(), second.size());
     for (size_t i = 0; i < first.size(); ++i) {
@@ -131,7 +129,7 @@ TEST_F(RouteShortenerTest, TheSameRouteGivesTheSameResultAndNoRandomDraws)
 TEST_F(RouteShortenerTest, TwoPointsAreLeftAloneWithoutAsking)
 {
     const std::vector<ViaPoint> route = {point(-100, 0, 1), point(-50, 0, 2)};
-    RouteShortener shortener(robot, 2);
+    RouteShortener shortener(checker, 2);
     const std::vector<ViaPoint> same = shortener.shorten(route);
     EXPECT_EQ(same.size(), 2u);
     EXPECT_EQ(shortener.movesChecked(), 0);
@@ -140,7 +138,7 @@ TEST_F(RouteShortenerTest, TwoPointsAreLeftAloneWithoutAsking)
 TEST_F(RouteShortenerTest, AStraightLineFreeOfObstaclesBecomesOneMove)
 {
     robot->boxes.clear();
-    const std::vector<ViaPoint> shorter = RouteShortener(robot, 2).shorten(zigzag());
+    const std::vector<ViaPoint> shorter = RouteShortener(checker, 2).shorten(zigzag());
     ASSERT_EQ(shorter.size(), 2u);
     EXPECT_EQ(shorter.front().sample, 4);
     EXPECT_EQ(shorter.back().sample, 8);
@@ -154,7 +152,7 @@ TEST_F(RouteShortenerTest, AViaPointHighAboveTheWallComesDownAsFarAsTheMovesStay
     // the wall's top edges would make it 80; cuts alone reach 85.
     const std::vector<ViaPoint> route{point(-30, 40, 1), point(0, 90, 2), point(30, 40, 3)};
     ASSERT_FALSE(moveIsFree(route[0], route[2]));
-    RouteShortener shortener(robot, 2);
+    RouteShortener shortener(checker, 2);
     const std::vector<ViaPoint> shorter = shortener.shorten(route);
     EXPECT_LE(RouteShortener::travel(shorter, 2), 82.0) << "160 before";
     EXPECT_TRUE(same(shorter.front().joints, route.front().joints));
@@ -165,7 +163,7 @@ TEST_F(RouteShortenerTest, AViaPointHighAboveTheWallComesDownAsFarAsTheMovesStay
 
 TEST_F(RouteShortenerTest, AMoveAskedAboutOnceIsNotAskedAgain)
 {
-    RouteShortener shortener(robot, 2);
+    RouteShortener shortener(checker, 2);
     const std::vector<ViaPoint> shorter = shortener.shorten(zigzag());
     // Every move the host was asked about was a different one.
     std::vector<std::pair<JointVector, JointVector>> asked = robot->moves;

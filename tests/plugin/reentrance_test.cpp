@@ -9,7 +9,7 @@
 #include "dense_graph.h"
 #include "form_prm.h"
 #include "planner_session.h"
-#include "random_generator.h"
+#include "planner_random.h"
 
 #include <QCoreApplication>
 #include <QPushButton>

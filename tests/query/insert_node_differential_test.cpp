@@ -8,7 +8,7 @@
 #include "dense_graph.h"
 #include "dense_insert_node.h"
 #include "fake_host.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "operation_trace.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,6 @@ public:
     void run()
     {
         FakeHost host;
-        setRoadmapHost(&host);
         const int joints = pick(1, 4);
         robot_ = host.addRobot("Arm", std::vector<double>(size_t(joints), -100.0),
                                std::vector<double>(size_t(joints), 100.0));
@@ -70,7 +69,8 @@ public:
             int expectedEdges = 0;
             int expectedNode = 0;
             const OperationTrace expected = traceOperation(host, cancelAt, [&] {
-                denseInsertNode(robot_, q, referenceSamples.get(), dense.get(), parameters, samplesOut.get(),
+                HostCollisionChecker checker(&host, robot_);
+                denseInsertNode(checker, progressReporter(), q, referenceSamples.get(), dense.get(), parameters, samplesOut.get(),
                                 graphOut.get(), &expectedEdges, &expectedNode);
                 copyMatrix(samplesOut.get(), referenceSamples.get());
                 copyMatrix(graphOut.get(), dense.get());
@@ -78,8 +78,8 @@ public:
             int foundEdges = 0;
             int foundNode = 0;
             const OperationTrace found = traceOperation(host, cancelAt, [&] {
-                insertNode(robot_, q, samples.get(), &graph, parameters, samples.get(), &graph, &foundEdges,
-                           &foundNode);
+                hostInsertNode(host, robot_, q, samples.get(), &graph, parameters, samples.get(), &graph,
+                               &foundEdges, &foundNode);
             });
 
             ASSERT_EQ(foundEdges, expectedEdges) << where(step);
@@ -96,7 +96,6 @@ public:
             insertions_ += 1;
             cancels_ += expected.cancelled ? 1 : 0;
         }
-        setRoadmapHost(nullptr);
     }
 
     int insertions_ = 0;

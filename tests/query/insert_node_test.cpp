@@ -1,6 +1,6 @@
 #include "insert_node.h"
 
-#include "host_access.h"
+#include "host_planning.h"
 #include "progress_reporter.h"
 #include "roadmap_matrix.h"
 
@@ -29,7 +29,6 @@ class InsertNodeTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setRoadmapHost(&host);
         robot = host.addRobot("Arm", {-500, -500, -500}, {500, 500, 500});
         setSize(samples.get(), Joints, SampleCount);
         for (int j = 0; j < SampleCount; ++j)
@@ -43,7 +42,6 @@ protected:
     void TearDown() override
     {
         progressReporter().finish();
-        setRoadmapHost(nullptr);
     }
 
     Configuration at3(double a, double b, double c) const
@@ -65,7 +63,7 @@ protected:
 
     void insert(const Configuration& q)
     {
-        insertNode(robot, q, samples.get(), graph.get(), parameters, samplesOut.get(), graphOut.get(), &edgesMade,
+        hostInsertNode(host, robot, q, samples.get(), graph.get(), parameters, samplesOut.get(), graphOut.get(), &edgesMade,
                    &nodeIndex);
     }
 

@@ -3,9 +3,10 @@
 #include "dense_insert_node.h"
 
 
-#include "edge_check.h"
+#include "collision_checker.h"
 #include "index_matrix.h"
-#include "progress_reporter.h"
+#include "joint_distance.h"
+#include "planner_progress.h"
 #include "roadmap_matrix.h"
 #include "sort_permutation.h"
 #include "translate.h"
@@ -35,10 +36,9 @@ int incrementSaturated(int value)
     return value == INT_MAX ? value : value + 1;
 }
 
-bool connectProgress(int candidate, int candidateTotal, int edges)
+bool connectProgress(PlannerProgress& reporter, int candidate, int candidateTotal, int edges)
 {
     qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edges;
-    ProgressReporter& reporter = progressReporter();
     reporter.setHeadline(
         planTr("Connecting robot position: %1/%2 - Edges: %3").arg(candidate).arg(candidateTotal).arg(edges));
     reporter.setDetail(QString());
@@ -57,7 +57,7 @@ void growGraph(const RoadmapMatrix* graph, RoadmapMatrix* graphOut)
 }
 }  // namespace
 
-void denseInsertNode(HostItem* robot, Configuration configuration, const RoadmapMatrix* samples,
+void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Configuration configuration, const RoadmapMatrix* samples,
                 const RoadmapMatrix* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
                 RoadmapMatrix* graphOut, int* edgesMade, int* nodeIndex)
 {
@@ -97,13 +97,14 @@ void denseInsertNode(HostItem* robot, Configuration configuration, const Roadmap
 
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
-        if (connectProgress(k + 1, sampleCount, edges)) {
+        if (connectProgress(progress, k + 1, sampleCount, edges)) {
             // Cancelled: samplesOut stays without the node; callers abandon the query.
             *edgesMade = edges;
             return;
         }
         const int candidate = order->values[k] - 1;
-        if (edgeIsBlocked(robot, configuration.data(), column(samples, candidate), jointCount) != 0)
+        if (checker.jointMove(JointVector(configuration.data(), jointCount), JointVector(column(samples, candidate), jointCount))
+            != 0)
             continue;
         edges = incrementSaturated(edges);
         if (sampleCount <= side) {

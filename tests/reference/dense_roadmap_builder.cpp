@@ -5,10 +5,11 @@
 
 #include "roadmap_builder.h"
 
-#include "collision_check.h"
-#include "edge_check.h"
+#include "collision_checker.h"
+#include "free_configuration.h"
 #include "index_matrix.h"
-#include "progress_reporter.h"
+#include "joint_distance.h"
+#include "progress_steps.h"
 #include "roadmap_matrix.h"
 #include "sort_permutation.h"
 
@@ -30,18 +31,15 @@ void truncateRoadmap(RoadmapMatrix* samples, RoadmapMatrix* graph, int keep)
 }
 }  // namespace
 
-void denseBuildRoadmap(HostItem* robot, const PlannerParameters& parameters, const RoadmapMatrix* seeds,
-                  RoadmapMatrix* samples, RoadmapMatrix* graph)
+void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random,
+                       const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
+                       RoadmapMatrix* graph)
 {
-    double lower[JointVector::MaxJoints] = {};
-    double upper[JointVector::MaxJoints] = {};
-    const int jointCount = readJointLimits(robot, lower, upper);
-    double seedCursor = 1.0;
-    double cancelValue = 0.0;
+    FreeConfigurationSearch search(checker, progress, random, seeds);
+    const int jointCount = search.jointCount();
     Configuration configuration{};
 
-    findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
-    if (cancelValue > 0) {
+    if (!search.next(configuration)) {
         setSize(samples, 0, 0);
         setSize(graph, 0, 0);
         return;
@@ -62,8 +60,7 @@ void denseBuildRoadmap(HostItem* robot, const PlannerParameters& parameters, con
     const ScopedIndexMatrix order(createIndexMatrix());
 
     for (int k = 1; k < sampleTotal; ++k) {
-        findFreeConfiguration(robot, lower, upper, jointCount, seeds, &seedCursor, configuration, &cancelValue);
-        if (cancelValue > 0) {
+        if (!search.next(configuration)) {
             truncateRoadmap(samples, graph, k);
             return;
         }
@@ -77,12 +74,12 @@ void denseBuildRoadmap(HostItem* robot, const PlannerParameters& parameters, con
 
         // Only the K nearest are tried; a blocked one is not replaced by the next.
         for (int m = 0; m < std::min(edgesPerSample, double(k)); ++m) {
-            if (prmProgress(k + 1, sampleTotal, edgeCount)) {
+            if (showSampleProgress(progress, k + 1, sampleTotal, static_cast<long long>(edgeCount))) {
                 truncateRoadmap(samples, graph, k + 1);
                 return;
             }
             const int q = order->values[m] - 1;
-            if (edgeIsBlocked(robot, sample, column(samples, q), jointCount) == 0) {
+            if (checker.jointMove(JointVector(sample, jointCount), JointVector(column(samples, q), jointCount)) == 0) {
                 edgeCount += 1.0;
                 at(graph, k, q) = distances->values[m];
                 at(graph, q, k) = distances->values[m];

@@ -2,9 +2,12 @@
 
 #include "planner_parameters.h"
 
-class HostItem;
+class CollisionChecker;
+class MersenneTwister;
+class PlannerProgress;
 struct RoadmapMatrix;
 
 // The original construction into a dense N x N graph.
-void denseBuildRoadmap(HostItem* robot, const PlannerParameters& parameters, const RoadmapMatrix* seeds,
-                       RoadmapMatrix* samples, RoadmapMatrix* graph);
+void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random,
+                       const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
+                       RoadmapMatrix* graph);

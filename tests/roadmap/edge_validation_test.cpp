@@ -1,4 +1,5 @@
-#include "edge_check.h"
+#include "host_collision_checker.h"
+#include "joint_distance.h"
 
 #include "fake_host.h"
 
@@ -33,7 +34,7 @@ TEST(EdgeValidation, AsksTheHostWithItsOwnStep)
     FakeRobot* robot = host.addRobot("Arm", {-90, -90}, {90, 90});
     const double a[2] = {0, 0};
     const double b[2] = {10, 10};
-    EXPECT_EQ(edgeIsBlocked(robot, a, b, 2), 0);
+    EXPECT_EQ(HostCollisionChecker(&host, robot).jointMove(JointVector(a, 2), JointVector(b, 2)), 0);
     ASSERT_EQ(robot->lastStep.size(), 1u);
     EXPECT_EQ(robot->lastStep[0], -1.0);
 }
@@ -46,7 +47,7 @@ TEST(EdgeValidation, ReturnsTheHostAnswerUnchanged)
     robot->blockedAnswer = 7;
     const double a[2] = {0, 0};
     const double b[2] = {10, 10};
-    EXPECT_EQ(edgeIsBlocked(robot, a, b, 2), 7);
+    EXPECT_EQ(HostCollisionChecker(&host, robot).jointMove(JointVector(a, 2), JointVector(b, 2)), 7);
 }
 
 TEST(EdgeValidation, TheHostStepSetsTheFinenessOfTheTest)
@@ -59,7 +60,7 @@ TEST(EdgeValidation, TheHostStepSetsTheFinenessOfTheTest)
     const double b[2] = {10, 0};
     QString answer;
     host.command(answer, "PathStepCollisionDeg", "10.00000");
-    EXPECT_EQ(edgeIsBlocked(robot, a, b, 2), 0);
+    EXPECT_EQ(HostCollisionChecker(&host, robot).jointMove(JointVector(a, 2), JointVector(b, 2)), 0);
     host.command(answer, "PathStepCollisionDeg", "0.50000");
-    EXPECT_NE(edgeIsBlocked(robot, a, b, 2), 0);
+    EXPECT_NE(HostCollisionChecker(&host, robot).jointMove(JointVector(a, 2), JointVector(b, 2)), 0);
 }

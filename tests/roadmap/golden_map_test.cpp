@@ -1,4 +1,4 @@
-#include "host_access.h"
+#include "host_planning.h"
 #include "random_generator.h"
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
@@ -18,8 +18,6 @@ const std::vector<double> Upper6 = {170, 120, 170, 190, 120, 360};
 
 class GoldenMapTest : public testing::Test {
 protected:
-    void SetUp() override { setRoadmapHost(&host); }
-    void TearDown() override { setRoadmapHost(nullptr); }
 
     // Builds with the code under test and with the reference model, both from
     // the point of the random sequence where the process generator stands.
@@ -37,7 +35,7 @@ protected:
         const ReferenceRoadmap expected = referenceRoadmap(*robot, Lower6, Upper6, sampleCount, edgesPerSample,
                                                            seedColumns, random, host.collisionStep());
         const PlannerParameters parameters = {0.0, double(sampleCount), double(edgesPerSample), 5.0, 4.0};
-        buildRoadmap(robot, parameters, seeds.get(), samples.get(), graph.get());
+        hostBuildRoadmap(host, robot, parameters, seeds.get(), samples.get(), graph.get());
         return expected;
     }
 
@@ -123,12 +121,11 @@ namespace {
     if (processRandom().outputsDrawn() != 0)
         std::_Exit(2);
     FakeHost host;
-    setRoadmapHost(&host);
     FakeRobot* robot = host.addRobot("Arm", Lower6, Upper6);
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
     const PlannerParameters parameters = {0.0, 6.0, 3.0, 5.0, 4.0};
-    buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());
+    hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
     ReferenceRandom random;  // seed 5489, nothing drawn yet
     const ReferenceRoadmap expected = referenceRoadmap(*robot, Lower6, Upper6, 6, 3, {}, random, 4.0);
     for (int c = 0; c < 6; ++c)

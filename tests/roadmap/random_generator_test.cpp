@@ -1,5 +1,5 @@
+#include "planner_random.h"
 #include "random_generator.h"
-#include "roadmap_matrix.h"
 
 #include "reference_random.h"
 
@@ -46,26 +46,5 @@ TEST(MersenneTwister, ProcessGeneratorContinuesOneSequence)
 {
     ReferenceRandom reference(processRandom().outputsDrawn());
     for (int i = 0; i < 50; ++i)
-        ASSERT_EQ(randomUniform(), reference.uniform());
-}
-
-TEST(MersenneTwister, RandomVectorSetsTheFirstDimensionAndDraws)
-{
-    RoadmapMatrix* vector = nullptr;
-    createMatrix(&vector, 1);
-    ScopedMatrix owner(vector);
-    ReferenceRandom reference(processRandom().outputsDrawn());
-    randomVector(6, vector);
-    EXPECT_EQ(dimensionSize(vector, 1), 6);
-    ASSERT_GE(vector->capacity, 6);
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(vector->values[i], reference.uniform());
-
-    // A two-dimensional vector still gets room for all n draws.
-    ScopedMatrix column = makeScopedMatrix();
-    randomVector(20, column.get());
-    EXPECT_EQ(rows(column.get()), 20);
-    EXPECT_GE(column->capacity, 20);
-    for (int i = 0; i < 20; ++i)
-        EXPECT_EQ(column->values[i], reference.uniform());
+        ASSERT_EQ(processRandom().nextUniform(), reference.uniform());
 }

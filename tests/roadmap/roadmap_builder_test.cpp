@@ -1,6 +1,7 @@
 #include "edge_list.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "progress_reporter.h"
+#include "progress_steps.h"
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 
@@ -16,20 +17,18 @@ class RoadmapBuilderTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setRoadmapHost(&host);
         robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
         progressReporter().start(nullptr, "Map");
     }
     void TearDown() override
     {
         progressReporter().finish();
-        setRoadmapHost(nullptr);
     }
 
     void build(int sampleCount, int edgesPerSample, const RoadmapMatrix* seeds = nullptr)
     {
         const PlannerParameters parameters = {0.0, double(sampleCount), double(edgesPerSample), 5.0, 4.0};
-        buildRoadmap(robot, parameters, seeds, samples.get(), graph.get());
+        hostBuildRoadmap(host, robot, parameters, seeds, samples.get(), graph.get());
     }
 
     FakeHost host;
@@ -85,7 +84,7 @@ TEST_F(RoadmapBuilderTest, EnoughEdgesPerSampleTestsEveryOlderSample)
 TEST_F(RoadmapBuilderTest, ProgressLineAndBarValue)
 {
     LogCapture log;
-    EXPECT_FALSE(prmProgress(2, 3, 7.0));
+    EXPECT_FALSE(showSampleProgress(progressReporter(), 2, 3, 7));
     EXPECT_EQ(progressReporter().dialog()->value(), 66);
     EXPECT_EQ(progressReporter().dialog()->labelText(), QString("Calculating collision map:<br>Samples: 2/3 Edges: 7<br>"));
     ASSERT_EQ(log.messages().size(), 1);
@@ -94,8 +93,8 @@ TEST_F(RoadmapBuilderTest, ProgressLineAndBarValue)
 
 TEST_F(RoadmapBuilderTest, SampleLineClearsTheAttemptLine)
 {
-    progressReporter().attempt(4);
-    prmProgress(1, 4, 0.0);
+    showAttempt(progressReporter(), 4);
+    showSampleProgress(progressReporter(), 1, 4, 0);
     EXPECT_FALSE(progressReporter().dialog()->labelText().contains("attempt"));
 }
 

@@ -1,4 +1,4 @@
-#include "host_access.h"
+#include "host_planning.h"
 #include "progress_reporter.h"
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
@@ -16,7 +16,6 @@ class RoadmapCancelTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setRoadmapHost(&host);
         robot = host.addRobot("Arm", {-100, -100}, {100, 100});
         robot->boxes.push_back({{-10, -10}, {10, 10}});
         progressReporter().start(nullptr, "Map");
@@ -24,7 +23,6 @@ protected:
     void TearDown() override
     {
         progressReporter().finish();
-        setRoadmapHost(nullptr);
     }
 
     void cancelAtTest(int number)
@@ -43,7 +41,7 @@ protected:
             for (int r = 0; r < 2; ++r)
                 at(seeds.get(), r, static_cast<int>(c)) = seedColumns[c][r];
         const PlannerParameters parameters = {0.0, 6.0, 5.0, 5.0, 4.0};
-        buildRoadmap(robot, parameters, seeds.get(), samples.get(), graph.get());
+        hostBuildRoadmap(host, robot, parameters, seeds.get(), samples.get(), graph.get());
     }
 
     FakeHost host;

@@ -8,7 +8,7 @@
 #include "dense_graph.h"
 #include "dense_roadmap_builder.h"
 #include "fake_host.h"
-#include "host_access.h"
+#include "host_planning.h"
 #include "operation_trace.h"
 #include "random_generator.h"
 
@@ -26,7 +26,6 @@ public:
     void compare()
     {
         FakeHost host;
-        setRoadmapHost(&host);
         const int joints = pick(1, 6);
         std::vector<double> lower;
         std::vector<double> upper;
@@ -64,14 +63,16 @@ public:
         ScopedMatrix denseSamples = makeScopedMatrix();
         ScopedMatrix dense = makeScopedMatrix();
         const OperationTrace expected = traceOperation(host, cancelAt, [&] {
-            denseBuildRoadmap(robot, parameters, seeds.get(), denseSamples.get(), dense.get());
+            HostCollisionChecker checker(&host, robot);
+            denseBuildRoadmap(checker, progressReporter(), processRandom(), parameters, seeds.get(),
+                              denseSamples.get(), dense.get());
         });
         const MersenneTwister afterReference = processRandom();
         processRandom() = start;
         ScopedMatrix samples = makeScopedMatrix();
         RoadmapGraph graph;
         const OperationTrace found = traceOperation(host, cancelAt, [&] {
-            buildRoadmap(robot, parameters, seeds.get(), samples.get(), &graph);
+            hostBuildRoadmap(host, robot, parameters, seeds.get(), samples.get(), &graph);
         });
 
         EXPECT_EQ(processRandom().outputsDrawn(), afterReference.outputsDrawn());
@@ -86,7 +87,6 @@ public:
         EXPECT_TRUE(sameAsDense(&graph, dense.get()));
         edges = graph.edgeCount();
         cancelled = found.cancelled;
-        setRoadmapHost(nullptr);
     }
 
     int edges = 0;

@@ -1,5 +1,5 @@
 // An edge budget per sample above the number of older samples tries them all.
-#include "host_access.h"
+#include "host_planning.h"
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 
@@ -27,22 +27,15 @@ int columnOf(const RoadmapMatrix* samples, const JointVector& q)
     return -1;
 }
 
-// Publishes a host to the roadmap core for as long as it lives.
-struct PublishedHost {
-    explicit PublishedHost(FakeHost* host) { setRoadmapHost(host); }
-    ~PublishedHost() { setRoadmapHost(nullptr); }
-};
-
 TEST(RoadmapEdgeBudget, BudgetAboveTheOlderSamplesTestsEveryOlderSampleOnce)
 {
     FakeHost host;
-    const PublishedHost published(&host);
     FakeRobot* robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
     // 25 edges per sample, 7 samples: never more than 6 older samples to try.
     const PlannerParameters parameters = {0.0, 7.0, 25.0, 5.0, 4.0};
-    buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());
+    hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
     ASSERT_EQ(columns(samples.get()), 7);
     EXPECT_EQ(robot->jointMoveTests, 21) << "1 + 2 + ... + 6 candidate edges";
 

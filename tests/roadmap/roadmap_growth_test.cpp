@@ -1,9 +1,8 @@
 // Growing a built map by more samples, as its construction adds them.
-#include "host_access.h"
+#include "host_planning.h"
 #include "progress_reporter.h"
 #include "random_generator.h"
 #include "roadmap_builder.h"
-#include "roadmap_growth.h"
 #include "roadmap_matrix.h"
 
 #include "dense_graph.h"
@@ -18,21 +17,19 @@ class RoadmapGrowthTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setRoadmapHost(&host);
         robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
         robot->boxes.push_back({{-20, -101, -101}, {20, 101, 101}});
         progressReporter().start(nullptr, "Map");
-        buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());
+        hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
     }
     void TearDown() override
     {
         progressReporter().finish();
-        setRoadmapHost(nullptr);
     }
 
     int grow(int count, const std::function<bool(int)>& progress = [](int) { return false; })
     {
-        return growRoadmap(robot, parameters, count, samples.get(), graph.get(), progress);
+        return hostGrowRoadmap(host, robot, parameters, count, samples.get(), graph.get(), progress);
     }
 
     const PlannerParameters parameters = {0.0, 20.0, 4.0, 5.0, 4.0};
@@ -69,14 +66,14 @@ TEST_F(RoadmapGrowthTest, TheSameGrowthAsBuildingTheLargerMapFromTheSameSequence
     // Built in one go, 20 + 15 samples draw the same random numbers as 20 and
     // then 15 more, when no seeds come first: the two maps are the same.
     processRandom() = MersenneTwister();
-    buildRoadmap(robot, parameters, nullptr, samples.get(), graph.get());
+    hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
     grow(15);
     RoadmapGraph grown = *graph;
     ScopedMatrix grownSamples = makeScopedMatrix();
     copyMatrix(samples.get(), grownSamples.get());
     processRandom() = MersenneTwister();
     const PlannerParameters larger = {0.0, 35.0, 4.0, 5.0, 4.0};
-    buildRoadmap(robot, larger, nullptr, samples.get(), graph.get());
+    hostBuildRoadmap(host, robot, larger, nullptr, samples.get(), graph.get());
     EXPECT_TRUE(*graph == grown);
     for (int i = 0; i < 3 * 35; ++i)
         EXPECT_EQ(samples->values[i], grownSamples->values[i]);

@@ -1,26 +1,12 @@
 // The modal progress dialog of long operations, and how often it is brought up to date.
 #include "progress_reporter.h"
 
-#include "translate.h"
-
 #include <QCoreApplication>
-#include <QDebug>
 #include <QLabel>
 #include <QProgressBar>
 #include <QProgressDialog>
 
 namespace {
-const char* const AttemptText =
-    QT_TRANSLATE_NOOP("PluginAutoPRM", "Looking for a collision-free robot position (attempt %1)");
-const char* const StuckWarning =
-    QT_TRANSLATE_NOOP("PluginAutoPRM",
-                      "<strong>Warning: You may need to cancel this operation and change your settings</strong><br>"
-                      "It looks like the robot unable to find a collision-free position.<br>"
-                      "Check that robot joint limits are valid and properly define the collision map in "
-                      "<i>Tools-Collision Map</i>.");
-// The warning appears from this attempt of one search on.
-constexpr int FirstWarnedAttempt = 101;
-
 void discard(QProgressDialog* dialog)
 {
     dialog->hide();
@@ -101,15 +87,6 @@ void ProgressReporter::refresh()
     sinceRefresh_.start();
     if (watch_)
         watch_();
-}
-
-bool ProgressReporter::attempt(int attemptNumber)
-{
-    qDebug().nospace() << "Adding joints. Attempt: " << attemptNumber;
-    detail_ = planTr(AttemptText).arg(attemptNumber);
-    if (attemptNumber >= FirstWarnedAttempt)
-        detail_ += "<br><br>" + planTr(StuckWarning);
-    return update(-1);
 }
 
 bool ProgressReporter::finish()

@@ -1,6 +1,8 @@
 // The one progress dialog of the process.
 #pragma once
 
+#include "planner_progress.h"
+
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QProgressBar>
@@ -23,23 +25,21 @@ class QWidget;
 // is how the Cancel button and the rest of the user interface reach the
 // operation) only at the first update after it is shown and then at most
 // every RefreshInterval.
-class ProgressReporter {
+class ProgressReporter : public PlannerProgress {
 public:
     void start(QWidget* parent, const QString& title);
     // value 0..100, or -1 to leave the bar as it is; true when cancelled.
-    bool update(int value);
-    // Detail line for the n-th attempt of a sample search; true when cancelled.
-    bool attempt(int attemptNumber);
+    bool update(int value) override;
     // Closes the dialog; true when the operation was cancelled.
     bool finish();
 
-    void setHeadline(const QString& text) { headline_ = text; }
-    void setDetail(const QString& text) { detail_ = text; }
+    void setHeadline(const QString& text) override { headline_ = text; }
+    void setDetail(const QString& text) override { detail_ = text; }
     bool cancelled() const { return cancelled_; }
     // The operation must stop and call the host no more (its robot or station
     // is gone): cancels, and stays so across starts until endAbandonment().
     void abandon();
-    bool abandoned() const { return abandoned_; }
+    bool abandoned() const override { return abandoned_; }
     void endAbandonment() { abandoned_ = false; }
     // Called after the event loop ran, where a person's click takes effect: how
     // a running operation learns that its robot is gone when nobody tells it.

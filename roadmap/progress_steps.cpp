@@ -1,0 +1,61 @@
+// The texts and log lines of the planning steps' progress.
+#include "progress_steps.h"
+
+#include "planner_progress.h"
+#include "translate.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+
+namespace {
+const char* const AttemptText =
+    QT_TRANSLATE_NOOP("PluginAutoPRM", "Looking for a collision-free robot position (attempt %1)");
+const char* const StuckWarning =
+    QT_TRANSLATE_NOOP("PluginAutoPRM",
+                      "<strong>Warning: You may need to cancel this operation and change your settings</strong><br>"
+                      "It looks like the robot unable to find a collision-free position.<br>"
+                      "Check that robot joint limits are valid and properly define the collision map in "
+                      "<i>Tools-Collision Map</i>.");
+// The warning appears from this attempt of one search on.
+constexpr int FirstWarnedAttempt = 101;
+
+// A new headline, no detail, and the share of `done` in `total`.
+bool showStep(PlannerProgress& progress, const QString& headline, int done, int total)
+{
+    progress.setHeadline(headline);
+    progress.setDetail(QString());
+    return progress.update(static_cast<int>(done * 100LL / total));
+}
+}  // namespace
+
+bool showSampleProgress(PlannerProgress& progress, int samplesDone, int sampleTotal, long long edgeCount)
+{
+    qDebug().nospace() << "Calculating PRM " << samplesDone << " / " << sampleTotal << " - Edges: " << edgeCount;
+    return showStep(progress,
+                    planTr(QT_TRANSLATE_NOOP("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3"))
+                        .arg(samplesDone)
+                        .arg(sampleTotal)
+                        .arg(edgeCount),
+                    samplesDone, sampleTotal);
+}
+
+bool showAttempt(PlannerProgress& progress, int attemptNumber)
+{
+    qDebug().nospace() << "Adding joints. Attempt: " << attemptNumber;
+    QString detail = planTr(AttemptText).arg(attemptNumber);
+    if (attemptNumber >= FirstWarnedAttempt)
+        detail += "<br><br>" + planTr(StuckWarning);
+    progress.setDetail(detail);
+    return progress.update(-1);
+}
+
+bool showConnectProgress(PlannerProgress& progress, int candidate, int candidateTotal, int edgeCount)
+{
+    qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edgeCount;
+    return showStep(progress,
+                    planTr(QT_TRANSLATE_NOOP("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3"))
+                        .arg(candidate)
+                        .arg(candidateTotal)
+                        .arg(edgeCount),
+                    candidate, candidateTotal);
+}

@@ -12,7 +12,7 @@
 #include "host_monitor.h"
 #include "join_joints.h"
 #include "planner_session.h"
-#include "planner_random.h"
+#include "planner_resources.h"
 #include "sim_host_api.h"
 #include "station_file.h"
 #include "vorlik/item_types.h"
@@ -52,11 +52,12 @@ struct Outcome {
 
 // A fresh host on the station, with the planner's session on its robot.
 struct Bench {
-    explicit Bench(std::unique_ptr<Station> station) : host(std::move(station), &counter)
+    Bench(std::unique_ptr<Station> station, const MersenneTwister& start) : host(std::move(station), &counter)
     {
         robot = host.station().items(ItemType::Robot).front();
         session = std::make_shared<PlannerSession>(&host, nullptr, SessionCallbacks());
         session->setRobot(robot);
+        session->resources().random() = start;
     }
 
     void compute(int samples, int growLimit)
@@ -97,9 +98,9 @@ std::unique_ptr<Station> readStation()
 
 // From the same start for both, a map of n samples whose link fails (else
 // nothing is measured): what `strategy` costs until the link succeeds.
-template <typename Strategy> Outcome measure(int n, Strategy strategy)
+template <typename Strategy> Outcome measure(int n, const MersenneTwister& sequence, Strategy strategy)
 {
-    Bench bench(readStation());
+    Bench bench(readStation(), sequence);
     Outcome outcome;
     bench.compute(n, 0);
     if (bench.link())
@@ -112,9 +113,9 @@ template <typename Strategy> Outcome measure(int n, Strategy strategy)
     return outcome;
 }
 
-Outcome grow(int n, int limit)
+Outcome grow(int n, const MersenneTwister& start, int limit)
 {
-    return measure(n, [limit](Bench& bench, Outcome& outcome) {
+    return measure(n, start, [limit](Bench& bench, Outcome& outcome) {
         PlannerSettings settings = bench.session->settings();
         settings.growLimit = limit;
         bench.session->changeSettings(settings);
@@ -123,9 +124,9 @@ Outcome grow(int n, int limit)
     });
 }
 
-Outcome recompute(int n, int most)
+Outcome recompute(int n, const MersenneTwister& start, int most)
 {
-    return measure(n, [n, most](Bench& bench, Outcome& outcome) {
+    return measure(n, start, [n, most](Bench& bench, Outcome& outcome) {
         for (int samples = 2 * n; samples <= most && !outcome.linked; samples *= 2) {
             bench.compute(samples, 0);
             ++outcome.maps;
@@ -136,11 +137,12 @@ Outcome recompute(int n, int most)
 }
 
 // The generator at one of several places of its sequence, one per trial.
-void startTrial(int trial)
+MersenneTwister trialStart(int trial)
 {
-    processRandom() = MersenneTwister();
+    MersenneTwister generator;
     for (int i = 0; i < trial * 100003; ++i)
-        processRandom().next32();
+        generator.next32();
+    return generator;
 }
 
 struct Summary {
@@ -211,10 +213,9 @@ int main(int argc, char** argv)
     for (int n : starts) {
         Summary grown, recomputed;
         for (int trial = 0; trial < Trials; ++trial) {
-            startTrial(trial);
-            const Outcome g = grow(n, Limit);
-            startTrial(trial);
-            const Outcome r = recompute(n, 4 * Limit);
+            const MersenneTwister start = trialStart(trial);
+            const Outcome g = grow(n, start, Limit);
+            const Outcome r = recompute(n, start, 4 * Limit);
             // Only trials where the first map failed are compared.
             if (g.tests > 0 || r.tests > 0) {
                 grown.add(g);

@@ -43,6 +43,7 @@ struct Figures {
 
 struct Problem {
     FakeHost host;
+    PlannerResources resources;  // the generator and the (unshown) progress dialog
     FakeRobot* robot = nullptr;
     PlannerParameters parameters;
     std::vector<Configuration> insertions;
@@ -75,14 +76,14 @@ double millisecondsOf(QElapsedTimer& timer, int repeats)
 Figures measureCore(int sampleCount, const MersenneTwister& start)
 {
     Problem problem(sampleCount);
-    processRandom() = start;
+    problem.resources.random() = start;
     ScopedMatrix seeds = makeScopedMatrix();
     ScopedMatrix samples = makeScopedMatrix();
     RoadmapGraph graph;
     Figures figures;
     QElapsedTimer timer;
     timer.start();
-    hostBuildRoadmap(problem.host, problem.robot, problem.parameters, seeds.get(), samples.get(), &graph);
+    hostBuildRoadmap(problem.resources, problem.host, problem.robot, problem.parameters, seeds.get(), samples.get(), &graph);
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
     figures.edges = graph.edgeCount();
@@ -92,7 +93,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     for (const Configuration& q : problem.insertions) {
         int edgesMade = 0;
         int nodeIndex = 0;
-        hostInsertNode(problem.host, problem.robot, q, samples.get(), &graph, problem.parameters, samples.get(),
+        hostInsertNode(problem.resources, problem.host, problem.robot, q, samples.get(), &graph, problem.parameters, samples.get(),
                        &graph, &edgesMade, &nodeIndex);
         setSize(samples.get(), rows(samples.get()), sampleCount);
         graph.resize(sampleCount);
@@ -112,7 +113,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
 Figures measureReference(int sampleCount, const MersenneTwister& start)
 {
     Problem problem(sampleCount);
-    processRandom() = start;
+    problem.resources.random() = start;
     ScopedMatrix seeds = makeScopedMatrix();
     ScopedMatrix samples = makeScopedMatrix();
     ScopedMatrix graph = makeScopedMatrix();
@@ -120,7 +121,7 @@ Figures measureReference(int sampleCount, const MersenneTwister& start)
     QElapsedTimer timer;
     HostCollisionChecker checker(&problem.host, problem.robot);
     timer.start();
-    denseBuildRoadmap(checker, progressReporter(), processRandom(), problem.parameters, seeds.get(), samples.get(),
+    denseBuildRoadmap(checker, problem.resources.progress(), problem.resources.random(), problem.parameters, seeds.get(), samples.get(),
                       graph.get());
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
@@ -138,7 +139,7 @@ Figures measureReference(int sampleCount, const MersenneTwister& start)
     for (const Configuration& q : problem.insertions) {
         int edgesMade = 0;
         int nodeIndex = 0;
-        denseInsertNode(checker, progressReporter(), q, samples.get(), graph.get(), problem.parameters, samplesOut.get(),
+        denseInsertNode(checker, problem.resources.progress(), q, samples.get(), graph.get(), problem.parameters, samplesOut.get(),
                         graphOut.get(), &edgesMade, &nodeIndex);
         copyMatrix(samplesOut.get(), committedSamples.get());
         copyMatrix(graphOut.get(), committedGraph.get());
@@ -171,7 +172,7 @@ int main(int argc, char** argv)
     std::printf("%8s %6s %8s | %10s %10s %7s | %10s %10s %7s | %10s %10s %8s\n", "samples", "edges", "tests",
                 "build ms", "was ms", "ratio", "insert ms", "was ms", "ratio", "search ms", "was ms", "ratio");
     for (int size : sizes) {
-        const MersenneTwister start = processRandom();
+        const MersenneTwister start;  // each size from the start of the sequence
         const Figures now = measureCore(size, start);
         const Figures was = measureReference(size, start);
         if (now.edges != was.edges || now.hostTests != was.hostTests)

@@ -14,7 +14,6 @@
 #include "join_joints.h"
 #include "ompl_joint_space.h"
 #include "planner_session.h"
-#include "planner_random.h"
 #include "route_shortener.h"
 #include "sim_host_api.h"
 #include "station_file.h"
@@ -209,8 +208,7 @@ int main(int argc, char** argv)
         stations = QStringList{QStringLiteral(STATIONS_PATH "/joint_space_boxes.json"),
                                QStringLiteral(STATIONS_PATH "/joint_space_corridors.json")};
     for (const QString& station : stations) {
-        // Each station as a freshly loaded plug-in maps it.
-        processRandom() = MersenneTwister();
+        // Each station as a freshly loaded plug-in maps it: its session has a generator of its own.
         ompl::RNG::setSeed(1);
         if (!compareOn(station, sampleCount))
             return 1;

@@ -36,7 +36,7 @@ Insertion insertIntoMap(OperationScope& operation, const JointVector& joints, co
     RobotMap& map = operation.map();
     const int samplesBefore = map.sampleCount();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
-    *edgesMade = NodeInserter(checker, progressReporter())
+    *edgesMade = NodeInserter(checker, operation.session().progress())
                      .insert(configuration, map.samples(), map.graph(), parameters, map.samples(), map.graph())
                      .edgesMade;
     Insertion outcome = Insertion::Isolated;
@@ -70,7 +70,7 @@ void addTargets(OperationScope& operation, const QList<Item>& targets, int joint
 {
     PlannerSession& session = operation.session();
     HostApi* host = session.host();
-    ProgressReporter& progress = progressReporter();
+    ProgressReporter& progress = session.progress();
     const int total = targets.size();
     for (int i = 0; i < total && !operation.abandoned(); ++i) {
         HostItem* target = targets[i];
@@ -130,7 +130,7 @@ bool addRobotPosition(OperationScope& operation, const JointVector& joints, cons
     }
     if (!roomForOneMore(session, joints.count()))
         return false;
-    ProgressReporter& progress = progressReporter();
+    ProgressReporter& progress = session.progress();
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding current robot position"));
     const Insertion outcome = insertIntoMap(operation, joints, parameters, edgesMade);
     progress.finish();

@@ -6,7 +6,6 @@
 #include "map_capacity.h"
 #include "operation_scope.h"
 #include "planner_session.h"
-#include "planner_random.h"
 #include "progress_reporter.h"
 #include "replace_map_question.h"
 #include "roadmap_builder.h"
@@ -136,18 +135,18 @@ void computeMap(OperationScope& operation)
     const int keptRenderMode = host->renderMode();
     host->setRenderMode(1);
 
-    progressReporter().start(session.mainWindow(),
+    session.progress().start(session.mainWindow(),
                              QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
     RobotMap& work = operation.workMap();
     HostCollisionChecker checker(host, robot);
-    RoadmapBuilder(checker, progressReporter(), processRandom())
+    RoadmapBuilder(checker, session.progress(), session.resources().random())
         .build(parameters, seeds.get(), work.samples(), work.graph());
     seeds.reset();
     session.robotStillThere();
 
     if (operation.abandoned()) {
         // The robot or the station is gone: nothing built for it is kept.
-        progressReporter().finish();
+        session.progress().finish();
         qDebug().noquote().nospace() << "Operation aborted!";
         if (session.abandonment() == Abandonment::RobotDeleted) {
             host->setRenderMode(keptRenderMode);
@@ -160,7 +159,7 @@ void computeMap(OperationScope& operation)
     robot->setJoints(keptJoints);
     host->update(255);
 
-    const bool cancelled = progressReporter().finish();
+    const bool cancelled = session.progress().finish();
     if (!cancelled) {
         commitWorkMap(operation, robot);
         robot->showJointSequence(session.map().samples());

@@ -1,8 +1,7 @@
 // What an entry point does with an exception: tell the user, close the operation.
 #include "entry_guard.h"
 
-#include "planner_session.h"
-#include "progress_reporter.h"
+#include "planner_resources.h"
 #include "translate.h"
 
 #include "vorlik/host_api.h"
@@ -16,12 +15,12 @@ const char* const OutOfMemory = QT_TRANSLATE_NOOP("PluginAutoPRM",
 const char* const Failed = QT_TRANSLATE_NOOP("PluginAutoPRM", "The collision-free planner stopped an operation: %1");
 }  // namespace
 
-void reportEntryFailure(HostApi* host, const char* what)
+void reportEntryFailure(PlannerResources& resources, HostApi* host, const char* what)
 {
     qDebug().noquote().nospace() << "Entry point failed: " << (what ? what : "out of memory");
     // The operation that threw has unwound; its dialog must not stay open.
-    if (!PlannerSession::anyOperationRunning())
-        progressReporter().finish();
+    if (!resources.operationRunning())
+        resources.progress().finish();
     if (!host)
         return;
     try {

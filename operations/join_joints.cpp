@@ -40,7 +40,7 @@ void insertQueryNode(OperationScope& operation, const double* joints, const Plan
 {
     RobotMap& map = operation.map();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
-    const InsertedNode inserted = NodeInserter(checker, progressReporter())
+    const InsertedNode inserted = NodeInserter(checker, operation.session().progress())
                                       .insert(configurationFrom(joints), map.samples(), map.graph(), parameters,
                                               map.samples(), map.graph());
     *edgesMade = inserted.edgesMade;
@@ -189,7 +189,7 @@ RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const dou
                        int* endIndex, bool* cancelled)
 {
     PlannerSession& session = operation.session();
-    ProgressReporter& progress = progressReporter();
+    ProgressReporter& progress = session.progress();
     const PlannerParameters parameters = session.settings().parameters();
     int edgesMade = -1;
     *startIndex = -1;

@@ -5,7 +5,6 @@
 #include "operation_scope.h"
 #include "progress_reporter.h"
 #include "host_collision_checker.h"
-#include "planner_random.h"
 #include "roadmap_builder.h"
 #include "roadmap_matrix.h"
 #include "translate.h"
@@ -36,12 +35,12 @@ int MapGrowth::growRound(OperationScope& operation)
     }
     ++rounds_;
     qDebug().noquote().nospace() << "Growing the map: round " << rounds_ << ", " << round << " samples";
-    ProgressReporter& progress = progressReporter();
+    ProgressReporter& progress = session.progress();
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Growing the map"));
     const int limit = limit_;
     const int before = grown_;
     HostCollisionChecker checker(session.host(), session.robot());
-    RoadmapBuilder builder(checker, progress, processRandom());
+    RoadmapBuilder builder(checker, progress, session.resources().random());
     const int added = builder.grow(session.settings().parameters(), round, map.samples(), map.graph(),
                                   [&progress, limit, before, this](int sample) {
                                       progress.setHeadline(

@@ -13,13 +13,13 @@ OperationScope::OperationScope(PlannerSession& session, bool silent) : session_(
     session_->operationStarted();
     // The robot may go while the dialog lets the user act; then the operation stops.
     PlannerSession* watched = session_.get();
-    progressReporter().setWatch([watched] { watched->robotStillThere(); });
+    session_->progress().setWatch([watched] { watched->robotStillThere(); });
 }
 
 OperationScope::~OperationScope()
 {
     if (!started_)
         return;
-    progressReporter().setWatch(nullptr);
+    session_->progress().setWatch(nullptr);
     session_->operationEnded();
 }

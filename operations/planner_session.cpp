@@ -14,9 +14,6 @@
 #include <utility>
 
 namespace {
-// One operation at a time in the process: the progress dialog is one too.
-int running = 0;
-
 const char* const RobotGoneText = QT_TRANSLATE_NOOP(
     "PluginAutoPRM", "The robot was deleted: the running operation was stopped and nothing it computed was kept.");
 
@@ -24,8 +21,9 @@ const char* const BusyText = QT_TRANSLATE_NOOP(
     "PluginAutoPRM", "The collision-free planner is busy with another operation. Wait for it to finish or cancel it.");
 }  // namespace
 
-PlannerSession::PlannerSession(HostApi* host, QMainWindow* mainWindow, SessionCallbacks callbacks)
-    : host_(host), mainWindow_(mainWindow), callbacks_(std::move(callbacks))
+PlannerSession::PlannerSession(HostApi* host, QMainWindow* mainWindow, SessionCallbacks callbacks,
+                               std::shared_ptr<PlannerResources> resources)
+    : host_(host), mainWindow_(mainWindow), resources_(std::move(resources)), callbacks_(std::move(callbacks))
 {
 }
 
@@ -79,11 +77,6 @@ void PlannerSession::notifyChanged()
         callbacks_.changed();
 }
 
-bool PlannerSession::anyOperationRunning()
-{
-    return running > 0;
-}
-
 void PlannerSession::forgetMap()
 {
     map_.clear();
@@ -107,7 +100,7 @@ void PlannerSession::abandonOperation(Abandonment why)
         return;
     if (abandonment_ == Abandonment::None)
         abandonment_ = why;
-    progressReporter().abandon();
+    progress().abandon();
 }
 
 void PlannerSession::whenIdle(std::function<void()> action)
@@ -121,18 +114,18 @@ void PlannerSession::whenIdle(std::function<void()> action)
 
 void PlannerSession::operationStarted()
 {
-    ++running;
+    resources_->operationStarted();
     if (operations_++ == 0)
         abandonment_ = Abandonment::None;
 }
 
 void PlannerSession::operationEnded()
 {
-    --running;
+    resources_->operationEnded();
     if (--operations_ > 0)
         return;
     if (abandonment_ != Abandonment::None)
-        progressReporter().endAbandonment();
+        progress().endAbandonment();
     abandonment_ = Abandonment::None;
     // What waited for the operation; an action may queue more.
     while (!whenIdle_.empty()) {

@@ -1,6 +1,7 @@
 // The planner's state for one station.
 #pragma once
 
+#include "planner_resources.h"
 #include "planner_settings.h"
 #include "robot_map.h"
 
@@ -40,12 +41,18 @@ class MapKey {
 // does, and what defers an unload or a station replacement until it is over.
 class PlannerSession : public std::enable_shared_from_this<PlannerSession> {
 public:
-    PlannerSession(HostApi* host, QMainWindow* mainWindow, SessionCallbacks callbacks);
+    // A session of its own (a test's, a tool's) has resources of its own; the
+    // plug-in lends its sessions the resources it owns.
+    PlannerSession(HostApi* host, QMainWindow* mainWindow, SessionCallbacks callbacks,
+                   std::shared_ptr<PlannerResources> resources = std::make_shared<PlannerResources>());
     void setCallbacks(SessionCallbacks callbacks) { callbacks_ = std::move(callbacks); }
     PlannerSession(const PlannerSession&) = delete;
     PlannerSession& operator=(const PlannerSession&) = delete;
 
     HostApi* host() const { return host_; }
+    PlannerResources& resources() const { return *resources_; }
+    // The progress dialog of the session's operations.
+    ProgressReporter& progress() const { return resources_->progress(); }
     QMainWindow* mainWindow() const { return mainWindow_; }
 
     // Settings. Commands and the form change them (and mark them changed);
@@ -89,9 +96,8 @@ public:
     void notifyChanged();
 
     // True while an operation runs, of this session or of one the plug-in
-    // let go of (an unload) that is still unwinding: one at a time in the process.
-    bool busy() const { return anyOperationRunning(); }
-    static bool anyOperationRunning();
+    // let go of (an unload) that is still unwinding: one at a time.
+    bool busy() const { return resources_->operationRunning(); }
     // Tells the user that nothing else may start now.
     void refuseWhileBusy(bool silent);
     // What a refused command answers.
@@ -110,6 +116,7 @@ private:
 
     HostApi* host_;
     QMainWindow* mainWindow_;
+    std::shared_ptr<PlannerResources> resources_;
     SessionCallbacks callbacks_;
     PlannerSettings settings_;
     bool changed_ = false;

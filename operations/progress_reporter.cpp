@@ -96,9 +96,3 @@ bool ProgressReporter::finish()
     dialog_ = nullptr;
     return cancelled_;
 }
-
-ProgressReporter& progressReporter()
-{
-    static ProgressReporter reporter;
-    return reporter;
-}

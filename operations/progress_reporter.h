@@ -1,4 +1,4 @@
-// The one progress dialog of the process.
+// The modal progress dialog of long operations.
 #pragma once
 
 #include "planner_progress.h"
@@ -14,8 +14,8 @@
 class QLabel;
 class QWidget;
 
-// The one modal progress dialog of the process, through which every long
-// roadmap operation shows its state and learns of a cancel.
+// The modal progress dialog through which every long roadmap operation shows
+// its state and learns of a cancel.
 //
 // An operation updates it once per collision test, thousands of times a
 // second, while laying out its rich-text label and painting it takes a good
@@ -66,5 +66,3 @@ private:
     QString headline_;
     QString detail_;
 };
-
-ProgressReporter& progressReporter();

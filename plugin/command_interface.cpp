@@ -42,7 +42,7 @@ QString PluginAutoPRM::pluginCommand(const QString& command, const QString& valu
 {
     if (!session_)
         return QString();
-    return guardedEntry(hostApi, QString(), [&] { return runCommand(command, value); });
+    return guardedEntry(*resources_, hostApi, QString(), [&] { return runCommand(command, value); });
 }
 
 QString PluginAutoPRM::runCommand(const QString& command, const QString& value)

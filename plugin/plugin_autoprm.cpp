@@ -2,6 +2,7 @@
 #include "plugin_autoprm.h"
 
 #include "entry_guard.h"
+#include "planner_resources.h"
 #include "planner_session.h"
 #include "translate.h"
 #include "vorlik/item_types.h"
@@ -20,9 +21,6 @@
 namespace {
 const char* const MapIcon = ":/resources/collisionmap.svg";
 const char* const LinkIcon = ":/resources/avoidcollision.png";
-
-// Title of the menu and the toolbar, translated anew at every load.
-QString pluginTitle;
 
 // Index in "menu-Utilities" before which the menu goes when that menu is full.
 constexpr int UtilitiesMenuLimit = 99;
@@ -45,7 +43,8 @@ static void cleanupResources()
     Q_CLEANUP_RESOURCE(zelvane);
 }
 
-PluginAutoPRM::PluginAutoPRM(QObject* parent) : QObject(parent)
+PluginAutoPRM::PluginAutoPRM(QObject* parent)
+    : QObject(parent), resources_(std::make_shared<PlannerResources>())
 {
     registerHostMetaTypes();
 }
@@ -53,11 +52,6 @@ PluginAutoPRM::PluginAutoPRM(QObject* parent) : QObject(parent)
 PluginAutoPRM::~PluginAutoPRM()
 {
     formDocks_.deleteAll(this);
-}
-
-QString PluginAutoPRM::title()
-{
-    return pluginTitle;
 }
 
 QString PluginAutoPRM::pluginName()
@@ -68,12 +62,12 @@ QString PluginAutoPRM::pluginName()
 QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, QStatusBar* statusBar_,
                                   HostApi* hostApi_, const QString& settings)
 {
-    return guardedEntry(hostApi_, QString(), [&] {
-        pluginTitle = QCoreApplication::translate("PluginAutoPRM", "Collision-free motion planner");
+    return guardedEntry(*resources_, hostApi_, QString(), [&] {
+        title_ = QCoreApplication::translate("PluginAutoPRM", "Collision-free motion planner");
 
         // A load without an unload first (or during one still unwinding) starts over.
         tearDownInterface();
-        session_ = std::make_shared<PlannerSession>(hostApi_, mainWindow_, SessionCallbacks());
+        session_ = std::make_shared<PlannerSession>(hostApi_, mainWindow_, SessionCallbacks(), resources_);
         // A session the plug-in let go of (an unload) reaches it no more.
         const PlannerSession* own = session_.get();
         SessionCallbacks callbacks;
@@ -118,7 +112,7 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
         connect(actionLinkPrograms, &QAction::triggered, this, &PluginAutoPRM::callback_join_selprogs,
                 Qt::QueuedConnection);
 
-        menu = new QMenu(pluginTitle);
+        menu = new QMenu(title_);
         menu->setIcon(QIcon(MapIcon));
         placeMenu(menuBar);
 
@@ -156,8 +150,8 @@ void PluginAutoPRM::pluginLoadToolbar(QMainWindow* window, int iconSize)
 {
     if (!session_ || !window)
         return;
-    guardedEntry(hostApi, [&] {
-        toolbar = window->addToolBar(pluginTitle);
+    guardedEntry(*resources_, hostApi, [&] {
+        toolbar = window->addToolBar(title_);
         toolbar->setIconSize(QSize(iconSize, iconSize));
         toolbar->setObjectName(pluginName() + "-Toolbar1");
         toolbar->addAction(actionMap);
@@ -175,7 +169,7 @@ void PluginAutoPRM::pluginUnload()
 {
     if (!session_)
         return;
-    guardedEntry(hostApi, [&] {
+    guardedEntry(*resources_, hostApi, [&] {
         qDebug().noquote().nospace() << "Unloading plugin " << pluginName();
         HostApi* host = hostApi;
         // The form hears of its dock's closing no more: it is said here, while the host listens.
@@ -210,7 +204,7 @@ void PluginAutoPRM::pluginEvent(int eventCode)
 {
     if (!session_)
         return;
-    guardedEntry(hostApi, [&] { handleEvent(eventCode); });
+    guardedEntry(*resources_, hostApi, [&] { handleEvent(eventCode); });
 }
 
 void PluginAutoPRM::handleEvent(int eventCode)
@@ -271,7 +265,7 @@ bool PluginAutoPRM::pluginItemContextMenu(const QList<Item>& items, QMenu* conte
 {
     if (!session_ || !contextMenu || items.isEmpty() || !items.first())
         return false;
-    return guardedEntry(hostApi, false, [&] {
+    return guardedEntry(*resources_, hostApi, false, [&] {
         switch (items.first()->type()) {
         case ItemType::Target:
             contextMenu->addAction(actionLinkTargets);

@@ -12,6 +12,7 @@
 #include <memory>
 
 class FormPRM;
+class PlannerResources;
 class PlannerSession;
 class QAction;
 class QDockWidget;
@@ -57,7 +58,7 @@ public:
     bool AddTargetsToMap(bool silent, bool robotPositionOnly);
 
     // Title of the plug-in's menu, toolbar and dock.
-    static QString title();
+    QString title() const { return title_; }
 
     // The open station's planner state; null before load and after unload.
     PlannerSession* session() const { return session_.get(); }
@@ -107,4 +108,10 @@ private:
     FormDocks formDocks_;
     std::shared_ptr<PlannerSession> session_;
     ScopedMatrix samplePositions_;
+    // The generator, the progress dialog and the operation count, for the
+    // object's whole life: maps drawn after an unload and a load go on with
+    // the same random sequence, and an operation an unload let go of still
+    // keeps the next one from starting until it has unwound.
+    std::shared_ptr<PlannerResources> resources_;
+    QString title_;  // of the menu, the toolbar and the dock, translated at every load
 };

@@ -36,27 +36,27 @@ void PluginAutoPRM::loadRobotMap()
 void PluginAutoPRM::CalculateMap()
 {
     if (session_)
-        guardedEntry(hostApi, [this] { ::CalculateMap(*session_); });
+        guardedEntry(*resources_, hostApi, [this] { ::CalculateMap(*session_); });
 }
 
 bool PluginAutoPRM::AddTargetsToMap(bool silent, bool robotPositionOnly)
 {
     if (!session_)
         return false;
-    return guardedEntry(hostApi, false, [&] { return ::AddTargetsToMap(*session_, silent, robotPositionOnly); });
+    return guardedEntry(*resources_, hostApi, false, [&] { return ::AddTargetsToMap(*session_, silent, robotPositionOnly); });
 }
 
 void PluginAutoPRM::Join_Selection_Smart(bool silent)
 {
     if (session_)
-        guardedEntry(hostApi, [&] { ::Join_Selection_Smart(*session_, silent); });
+        guardedEntry(*resources_, hostApi, [&] { ::Join_Selection_Smart(*session_, silent); });
 }
 
 Item PluginAutoPRM::Join_Selected_Targets(bool silent, Item target1, Item target2)
 {
     if (!session_)
         return nullptr;
-    return guardedEntry(hostApi, Item(nullptr),
+    return guardedEntry(*resources_, hostApi, Item(nullptr),
                         [&] { return ::Join_Selected_Targets(*session_, silent, target1, target2); });
 }
 
@@ -64,21 +64,21 @@ bool PluginAutoPRM::Join_Programs(bool silent, QList<Item> programs, QString pro
 {
     if (!session_)
         return false;
-    return guardedEntry(hostApi, false, [&] { return ::Join_Programs(*session_, silent, programs, progname_in); });
+    return guardedEntry(*resources_, hostApi, false, [&] { return ::Join_Programs(*session_, silent, programs, progname_in); });
 }
 
 Item PluginAutoPRM::Join_Joints(bool silent, const double* jnts1, const double* jnts2, QString progname)
 {
     if (!session_ || !jnts1 || !jnts2)
         return nullptr;
-    return guardedEntry(hostApi, Item(nullptr),
+    return guardedEntry(*resources_, hostApi, Item(nullptr),
                         [&] { return ::Join_Joints(*session_, silent, jnts1, jnts2, progname); });
 }
 
 void PluginAutoPRM::ShowSamples()
 {
     if (session_)
-        guardedEntry(hostApi, [this] { ::ShowSamples(*session_); });
+        guardedEntry(*resources_, hostApi, [this] { ::ShowSamples(*session_); });
 }
 
 void PluginAutoPRM::callback_join_seltargets()
@@ -94,7 +94,7 @@ void PluginAutoPRM::callback_join_selprogs()
 void PluginAutoPRM::callback_robotpilot()
 {
     if (session_)
-        guardedEntry(hostApi, [this] { openForm(); });
+        guardedEntry(*resources_, hostApi, [this] { openForm(); });
 }
 
 void PluginAutoPRM::openForm()

@@ -29,7 +29,7 @@ void PluginAutoPRM::RenderMap()
 {
     if (!session_ || !samplePositions_)
         return;
-    guardedEntry(hostApi, [this] { drawMap(); });
+    guardedEntry(*resources_, hostApi, [this] { drawMap(); });
 }
 
 void PluginAutoPRM::drawMap()

@@ -184,7 +184,7 @@ void FormPRM::UpdateForm()
 {
     if (released_)
         return;
-    guardedEntry(hostApi, [this] { refresh(); });
+    guardedEntry(session_->resources(), hostApi, [this] { refresh(); });
 }
 
 void FormPRM::refresh()
@@ -251,7 +251,7 @@ void FormPRM::on_btnSelectRobot_clicked()
         session_->refuseWhileBusy(false);
         return;
     }
-    guardedEntry(hostApi, [this] {
+    guardedEntry(session_->resources(), hostApi, [this] {
         session_->selectRobot(false, QString());
         UpdateForm();
     });
@@ -261,14 +261,14 @@ void FormPRM::on_btnMakeMap_clicked()
 {
     if (released_)
         return;
-    guardedEntry(hostApi, [this] { CalculateMap(*session_); });
+    guardedEntry(session_->resources(), hostApi, [this] { CalculateMap(*session_); });
 }
 
 void FormPRM::on_btnLinkTargets_clicked()
 {
     if (released_)
         return;
-    guardedEntry(hostApi, [this] { Join_Selection_Smart(*session_, false); });
+    guardedEntry(session_->resources(), hostApi, [this] { Join_Selection_Smart(*session_, false); });
 }
 
 void FormPRM::on_chkDisplayMap_clicked(bool checked)
@@ -304,14 +304,14 @@ void FormPRM::on_btnShowSamples_clicked()
 {
     if (released_)
         return;
-    guardedEntry(hostApi, [this] { ShowSamples(*session_); });
+    guardedEntry(session_->resources(), hostApi, [this] { ShowSamples(*session_); });
 }
 
 void FormPRM::on_btnAddNodes_clicked()
 {
     if (released_)
         return;
-    guardedEntry(hostApi, [this] { AddTargetsToMap(*session_, false, false); });
+    guardedEntry(session_->resources(), hostApi, [this] { AddTargetsToMap(*session_, false, false); });
 }
 
 void FormPRM::on_chkShortcut_clicked(bool checked)

@@ -38,7 +38,7 @@ protected:
                   (QStringList{"setRenderMode 6", "Arm setJoints 50.000, 50.000", "update 255", "UpdateForm"}));
         EXPECT_TRUE(session.settingsChanged());
         EXPECT_EQ(session.updateFormCount, 1);
-        EXPECT_EQ(progressReporter().dialog(), nullptr);
+        EXPECT_EQ(resources.progress().dialog(), nullptr);
     }
 };
 
@@ -181,5 +181,5 @@ TEST_F(AddTargetsTest, CancelledInsertionReadsAsAlreadyAddedAndTheLoopGoesOn)
     // The cancelled outputs were kept: T1's slot in the graph without a sample.
     EXPECT_EQ(columns(session.samples()), 5);
     EXPECT_EQ(rows(session.graph()), 6);
-    EXPECT_EQ(progressReporter().dialog(), nullptr);
+    EXPECT_EQ(resources.progress().dialog(), nullptr);
 }

@@ -47,7 +47,7 @@ TEST_F(CalculateMapTest, WithoutRobotOnlyThePopUpIsShown)
     EXPECT_EQ(station.collisionTests, 0);
     EXPECT_FALSE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 0);
-    EXPECT_EQ(progressReporter().dialog(), nullptr);
+    EXPECT_EQ(resources.progress().dialog(), nullptr);
 }
 
 TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
@@ -58,7 +58,7 @@ TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
     QStringList titles;
     QList<int> modes;
     station.onCollisionTest = [&](int) {
-        titles << (progressReporter().dialog() ? progressReporter().dialog()->windowTitle() : QString());
+        titles << (resources.progress().dialog() ? resources.progress().dialog()->windowTitle() : QString());
         modes << station.renderMode();
     };
     LogCapture log;
@@ -86,7 +86,7 @@ TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
     EXPECT_EQ(station.calls.last(), "UpdateForm");
     EXPECT_EQ(station.renderMode(), 4);
     EXPECT_EQ(robot->currentJoints().toText(",", 1), "5.0,6.0");
-    EXPECT_EQ(progressReporter().dialog(), nullptr);
+    EXPECT_EQ(resources.progress().dialog(), nullptr);
     EXPECT_TRUE(session.settingsChanged());
     EXPECT_EQ(session.updateFormCount, 1);
     EXPECT_EQ(log.countStartingWith("Done calculating PRM"), 1);

@@ -296,9 +296,9 @@ TEST_F(JoinJointsTest, CancelledFirstInsertionLeavesTheSecondDialogOpen)
     // The graph kept the start's slot without a sample, so the end node's
     // edges went to that slot and the end itself stayed unconnected.
     EXPECT_EQ(station.messageTexts(), QStringList{NotConnected});
-    ASSERT_NE(progressReporter().dialog(), nullptr);
-    EXPECT_TRUE(progressReporter().dialog()->isVisible());
-    EXPECT_EQ(progressReporter().dialog()->windowTitle(), "Adding end node");
+    ASSERT_NE(resources.progress().dialog(), nullptr);
+    EXPECT_TRUE(resources.progress().dialog()->isVisible());
+    EXPECT_EQ(resources.progress().dialog()->windowTitle(), "Adding end node");
 }
 
 TEST_F(JoinJointsTest, UncancelledQueryClosesBothDialogs)
@@ -307,5 +307,5 @@ TEST_F(JoinJointsTest, UncancelledQueryClosesBothDialogs)
     recordProgressTitles();
     ASSERT_NE(join({-20, 0}, {60, 0}), nullptr);
     EXPECT_EQ(progressTitles, (QStringList{"Adding start node", "Adding end node"}));
-    EXPECT_EQ(progressReporter().dialog(), nullptr);
+    EXPECT_EQ(resources.progress().dialog(), nullptr);
 }

@@ -29,7 +29,7 @@ protected:
     ~UiTest() override
     {
         // A dialog an operation left open must not leak into the next test.
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     static JointVector joints(const Joints& values)
@@ -84,9 +84,9 @@ protected:
     // Cancels the open progress dialog at the given collision test.
     void cancelAtCollisionTest(int number)
     {
-        station.onCollisionTest = [number](int test) {
-            if (test == number && progressReporter().dialog())
-                progressReporter().dialog()->cancel();
+        station.onCollisionTest = [this, number](int test) {
+            if (test == number && resources.progress().dialog())
+                resources.progress().dialog()->cancel();
         };
     }
 
@@ -94,7 +94,7 @@ protected:
     void recordProgressTitles()
     {
         station.onCollisionTest = [this](int) {
-            const QString title = progressReporter().dialog() ? progressReporter().dialog()->windowTitle() : QString();
+            const QString title = resources.progress().dialog() ? resources.progress().dialog()->windowTitle() : QString();
             if (progressTitles.isEmpty() || progressTitles.last() != title)
                 progressTitles << title;
         };
@@ -112,5 +112,7 @@ protected:
     FakeStation station;
     LoggedRobot* robot = nullptr;
     TestSession session{&station};
+    // The session's generator and progress dialog.
+    PlannerResources& resources = session.planner().resources();
     QStringList progressTitles;
 };

@@ -19,14 +19,16 @@ const QString Warning =
 
 class ProgressReporterTest : public testing::Test {
 protected:
-    void TearDown() override { progressReporter().finish(); }
+    void TearDown() override { progress.finish(); }
+
+    ProgressReporter progress;
 };
 }  // namespace
 
 TEST_F(ProgressReporterTest, StartOpensAModalDialogWithTheTitle)
 {
-    progressReporter().start(nullptr, "Building");
-    QProgressDialog* dialog = progressReporter().dialog();
+    progress.start(nullptr, "Building");
+    QProgressDialog* dialog = progress.dialog();
     ASSERT_NE(dialog, nullptr);
     EXPECT_TRUE(dialog->isModal());
     EXPECT_TRUE(dialog->isVisible());
@@ -34,75 +36,75 @@ TEST_F(ProgressReporterTest, StartOpensAModalDialogWithTheTitle)
     EXPECT_EQ(dialog->labelText(), QString("Building"));
     EXPECT_EQ(dialog->minimum(), 0);
     EXPECT_EQ(dialog->maximum(), 100);
-    EXPECT_FALSE(progressReporter().cancelled());
+    EXPECT_FALSE(progress.cancelled());
 }
 
 TEST_F(ProgressReporterTest, UpdateJoinsHeadlineAndDetailAndSetsTheBar)
 {
-    progressReporter().start(nullptr, "Building");
-    progressReporter().setHeadline("Head");
-    progressReporter().setDetail("Detail");
-    EXPECT_FALSE(progressReporter().update(42));
-    EXPECT_EQ(progressReporter().dialog()->labelText(), QString("Head<br>Detail"));
-    EXPECT_EQ(progressReporter().dialog()->value(), 42);
-    EXPECT_FALSE(progressReporter().update(-1));
-    EXPECT_EQ(progressReporter().dialog()->value(), 42) << "-1 leaves the bar";
-    EXPECT_FALSE(progressReporter().update(100));
-    EXPECT_TRUE(progressReporter().dialog()->isVisible()) << "a full bar does not close the dialog";
+    progress.start(nullptr, "Building");
+    progress.setHeadline("Head");
+    progress.setDetail("Detail");
+    EXPECT_FALSE(progress.update(42));
+    EXPECT_EQ(progress.dialog()->labelText(), QString("Head<br>Detail"));
+    EXPECT_EQ(progress.dialog()->value(), 42);
+    EXPECT_FALSE(progress.update(-1));
+    EXPECT_EQ(progress.dialog()->value(), 42) << "-1 leaves the bar";
+    EXPECT_FALSE(progress.update(100));
+    EXPECT_TRUE(progress.dialog()->isVisible()) << "a full bar does not close the dialog";
 }
 
 TEST_F(ProgressReporterTest, UpdateProcessesPendingEventsOnce)
 {
-    progressReporter().start(nullptr, "Building");
+    progress.start(nullptr, "Building");
     int delivered = 0;
     QTimer::singleShot(0, [&] { ++delivered; });
     QMetaObject::invokeMethod(QCoreApplication::instance(), [&] { ++delivered; }, Qt::QueuedConnection);
-    progressReporter().update(1);
+    progress.update(1);
     EXPECT_EQ(delivered, 2);
 }
 
 TEST_F(ProgressReporterTest, UpdateWithoutADialogIsNotACancel)
 {
-    progressReporter().finish();
-    ASSERT_EQ(progressReporter().dialog(), nullptr);
-    EXPECT_FALSE(progressReporter().update(10));
-    EXPECT_FALSE(showAttempt(progressReporter(), 3));
+    progress.finish();
+    ASSERT_EQ(progress.dialog(), nullptr);
+    EXPECT_FALSE(progress.update(10));
+    EXPECT_FALSE(showAttempt(progress, 3));
 }
 
 TEST_F(ProgressReporterTest, CancelIsSeenAtTheNextUpdateAndSurvivesFinish)
 {
-    progressReporter().start(nullptr, "Building");
-    progressReporter().dialog()->cancel();
-    EXPECT_TRUE(progressReporter().update(5));
-    EXPECT_TRUE(progressReporter().update(6)) << "stays cancelled";
-    EXPECT_TRUE(progressReporter().finish());
-    EXPECT_EQ(progressReporter().dialog(), nullptr);
-    EXPECT_TRUE(progressReporter().cancelled());
-    EXPECT_TRUE(progressReporter().update(1)) << "the flag holds until the next start";
-    progressReporter().start(nullptr, "Again");
-    EXPECT_FALSE(progressReporter().cancelled());
-    EXPECT_FALSE(progressReporter().update(1));
-    EXPECT_FALSE(progressReporter().finish());
+    progress.start(nullptr, "Building");
+    progress.dialog()->cancel();
+    EXPECT_TRUE(progress.update(5));
+    EXPECT_TRUE(progress.update(6)) << "stays cancelled";
+    EXPECT_TRUE(progress.finish());
+    EXPECT_EQ(progress.dialog(), nullptr);
+    EXPECT_TRUE(progress.cancelled());
+    EXPECT_TRUE(progress.update(1)) << "the flag holds until the next start";
+    progress.start(nullptr, "Again");
+    EXPECT_FALSE(progress.cancelled());
+    EXPECT_FALSE(progress.update(1));
+    EXPECT_FALSE(progress.finish());
 }
 
 TEST_F(ProgressReporterTest, StartReplacesAnOpenDialog)
 {
-    progressReporter().start(nullptr, "First");
-    QPointer<QProgressDialog> first = progressReporter().dialog();
-    progressReporter().start(nullptr, "Second");
-    EXPECT_NE(progressReporter().dialog(), first.data());
+    progress.start(nullptr, "First");
+    QPointer<QProgressDialog> first = progress.dialog();
+    progress.start(nullptr, "Second");
+    EXPECT_NE(progress.dialog(), first.data());
     ASSERT_FALSE(first.isNull());
     EXPECT_FALSE(first->isVisible());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(first.isNull()) << "the old dialog was scheduled for deletion";
-    EXPECT_EQ(progressReporter().dialog()->labelText(), QString("Second"));
+    EXPECT_EQ(progress.dialog()->labelText(), QString("Second"));
 }
 
 TEST_F(ProgressReporterTest, FinishHidesAndSchedulesDeletion)
 {
-    progressReporter().start(nullptr, "Building");
-    QPointer<QProgressDialog> dialog = progressReporter().dialog();
-    EXPECT_FALSE(progressReporter().finish());
+    progress.start(nullptr, "Building");
+    QPointer<QProgressDialog> dialog = progress.dialog();
+    EXPECT_FALSE(progress.finish());
     ASSERT_FALSE(dialog.isNull());
     EXPECT_FALSE(dialog->isVisible());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -112,23 +114,23 @@ TEST_F(ProgressReporterTest, FinishHidesAndSchedulesDeletion)
 TEST_F(ProgressReporterTest, AttemptHundredShowsOnlyTheAttemptLine)
 {
     LogCapture log;
-    progressReporter().start(nullptr, "Building");
-    EXPECT_FALSE(showAttempt(progressReporter(), 100));
-    EXPECT_EQ(progressReporter().dialog()->labelText(), "Building<br>" + AttemptLine.arg(100));
+    progress.start(nullptr, "Building");
+    EXPECT_FALSE(showAttempt(progress, 100));
+    EXPECT_EQ(progress.dialog()->labelText(), "Building<br>" + AttemptLine.arg(100));
     EXPECT_EQ(log.countStartingWith("Adding joints. Attempt: 100"), 1);
 }
 
 TEST_F(ProgressReporterTest, AttemptHundredAndOneShowsTheWarning)
 {
-    progressReporter().start(nullptr, "Building");
-    EXPECT_FALSE(showAttempt(progressReporter(), 101));
-    EXPECT_EQ(progressReporter().dialog()->labelText(),
+    progress.start(nullptr, "Building");
+    EXPECT_FALSE(showAttempt(progress, 101));
+    EXPECT_EQ(progress.dialog()->labelText(),
               "Building<br>" + AttemptLine.arg(101) + "<br><br>" + Warning);
 }
 
 TEST_F(ProgressReporterTest, AttemptReportsACancel)
 {
-    progressReporter().start(nullptr, "Building");
-    progressReporter().dialog()->cancel();
-    EXPECT_TRUE(showAttempt(progressReporter(), 1));
+    progress.start(nullptr, "Building");
+    progress.dialog()->cancel();
+    EXPECT_TRUE(showAttempt(progress, 1));
 }

@@ -224,6 +224,22 @@ TEST_F(LoadedPlugin, SecondLoadAfterUnloadRestoresDefaults)
     EXPECT_EQ(columns(map().samples()), 0);
 }
 
+TEST_F(LoadedPlugin, MapsAfterAnUnloadAndALoadGoOnWithTheSameRandomSequence)
+{
+    load();
+    setRobot(addRobot("Arm1"));
+    setSettings([](PlannerSettings& s) { s.samples = 12; });
+    EXPECT_EQ(plugin->pluginCommand("Calc", QString()), "Done");
+    const uint64_t drawn = session().resources().random().outputsDrawn();
+    EXPECT_GT(drawn, 0u);
+    MersenneTwister expected = session().resources().random();
+
+    plugin->pluginUnload();
+    plugin->pluginLoad(window.get(), window->menuBar(), window->statusBar(), &host, QString());
+    EXPECT_EQ(session().resources().random().outputsDrawn(), drawn) << "not seeded again by the load";
+    EXPECT_EQ(session().resources().random().next32(), expected.next32());
+}
+
 TEST_F(LoadedPlugin, SlotsInvokedAfterTheUnloadSayNothingToTheHost)
 {
     // Another plug-in may invoke them by name at any time.

@@ -9,7 +9,7 @@
 #include "dense_graph.h"
 #include "form_prm.h"
 #include "planner_session.h"
-#include "planner_random.h"
+#include "planner_resources.h"
 
 #include <QCoreApplication>
 #include <QPushButton>
@@ -71,14 +71,14 @@ protected:
     std::pair<MapPicture, MapPicture> runBoth(const std::function<void()>& operation, int at,
                                               const std::function<void()>& disturbance)
     {
-        const MersenneTwister start = processRandom();
+        const MersenneTwister start = session().resources().random();
         session().markChanged();
         plugin->saveSettings();
         const QByteArray base = host.dataParams.value("Zelvane-Rob Arm1");
         operation();
         const MapPicture undisturbed = picture();
 
-        processRandom() = start;
+        session().resources().random() = start;
         host.dataParams["Zelvane-Rob Arm1"] = base;
         plugin->loadRobotMap();  // the same map as the first run started from
         int seen = 0;

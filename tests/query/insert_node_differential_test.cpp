@@ -24,6 +24,7 @@ public:
     void run()
     {
         FakeHost host;
+        PlannerResources resources;  // the generator and the progress dialog
         const int joints = pick(1, 4);
         robot_ = host.addRobot("Arm", std::vector<double>(size_t(joints), -100.0),
                                std::vector<double>(size_t(joints), 100.0));
@@ -68,17 +69,17 @@ public:
             ScopedMatrix graphOut = makeScopedMatrix();
             int expectedEdges = 0;
             int expectedNode = 0;
-            const OperationTrace expected = traceOperation(host, cancelAt, [&] {
+            const OperationTrace expected = traceOperation(host, resources.progress(), cancelAt, [&] {
                 HostCollisionChecker checker(&host, robot_);
-                denseInsertNode(checker, progressReporter(), q, referenceSamples.get(), dense.get(), parameters, samplesOut.get(),
+                denseInsertNode(checker, resources.progress(), q, referenceSamples.get(), dense.get(), parameters, samplesOut.get(),
                                 graphOut.get(), &expectedEdges, &expectedNode);
                 copyMatrix(samplesOut.get(), referenceSamples.get());
                 copyMatrix(graphOut.get(), dense.get());
             });
             int foundEdges = 0;
             int foundNode = 0;
-            const OperationTrace found = traceOperation(host, cancelAt, [&] {
-                hostInsertNode(host, robot_, q, samples.get(), &graph, parameters, samples.get(), &graph,
+            const OperationTrace found = traceOperation(host, resources.progress(), cancelAt, [&] {
+                hostInsertNode(resources, host, robot_, q, samples.get(), &graph, parameters, samples.get(), &graph,
                                &foundEdges, &foundNode);
             });
 

@@ -37,11 +37,11 @@ protected:
         graph->resize(SampleCount);
         for (int j = 0; j + 1 < SampleCount; ++j)
             graph->setLength(j, j + 1, 1.0 + j);
-        progressReporter().start(nullptr, "Insert");
+        resources.progress().start(nullptr, "Insert");
     }
     void TearDown() override
     {
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     Configuration at3(double a, double b, double c) const
@@ -63,7 +63,7 @@ protected:
 
     void insert(const Configuration& q)
     {
-        hostInsertNode(host, robot, q, samples.get(), graph.get(), parameters, samplesOut.get(), graphOut.get(), &edgesMade,
+        hostInsertNode(resources, host, robot, q, samples.get(), graph.get(), parameters, samplesOut.get(), graphOut.get(), &edgesMade,
                    &nodeIndex);
     }
 
@@ -86,6 +86,8 @@ protected:
     }
 
     FakeHost host;
+
+    PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
@@ -257,8 +259,8 @@ TEST_F(InsertNodeTest, ProgressShowsEachCandidate)
     std::vector<QString> labels;
     std::vector<int> values;
     host.onCollisionTest = [&](int) {
-        labels.push_back(progressReporter().dialog()->labelText());
-        values.push_back(progressReporter().dialog()->value());
+        labels.push_back(resources.progress().dialog()->labelText());
+        values.push_back(resources.progress().dialog()->value());
     };
     LogCapture log;
     insert(at3(41.0, 7.0, -3.0));
@@ -273,13 +275,13 @@ TEST_F(InsertNodeTest, ProgressShowsEachCandidate)
 TEST_F(InsertNodeTest, CancelLeavesGrownGraphAndUnchangedSamples)
 {
     // Candidate 2's move is the cancelled test; candidate 3's progress sees it.
-    host.onCollisionTest = [](int test) {
+    host.onCollisionTest = [this](int test) {
         if (test == 2)
-            progressReporter().dialog()->cancel();
+            resources.progress().dialog()->cancel();
     };
     parameters[3] = 5.0;
     insert(at3(41.0, 7.0, -3.0));
-    EXPECT_TRUE(progressReporter().cancelled());
+    EXPECT_TRUE(resources.progress().cancelled());
     EXPECT_EQ(edgesMade, 2);
     EXPECT_EQ(nodeIndex, 11);
     expectSamplesOutIsInputPlus(0);

@@ -6,24 +6,25 @@
 #include <QCoreApplication>
 #include <QProgressDialog>
 
-OperationTrace traceOperation(FakeHost& host, int cancelAt, const std::function<void()>& operation)
+OperationTrace traceOperation(FakeHost& host, ProgressReporter& progress, int cancelAt,
+                              const std::function<void()>& operation)
 {
     OperationTrace trace;
     const int testsBefore = host.collisionTests;
-    host.onCollisionTest = [&trace, &host, cancelAt, testsBefore](int) {
-        QProgressDialog* dialog = progressReporter().dialog();
+    host.onCollisionTest = [&trace, &host, &progress, cancelAt, testsBefore](int) {
+        QProgressDialog* dialog = progress.dialog();
         if (dialog)
             trace.labels << dialog->labelText() + " | " + QString::number(dialog->value());
         if (cancelAt > 0 && host.collisionTests - testsBefore == cancelAt && dialog)
             dialog->cancel();
     };
-    progressReporter().start(nullptr, "Operation");
+    progress.start(nullptr, "Operation");
     {
         LogCapture log;
         operation();
         trace.log = log.messages();
     }
-    trace.cancelled = progressReporter().finish();
+    trace.cancelled = progress.finish();
     // Finished dialogs go with the event loop's deferred deletions; none runs here.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     host.onCollisionTest = nullptr;

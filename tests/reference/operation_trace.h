@@ -6,6 +6,8 @@
 
 #include <functional>
 
+class ProgressReporter;
+
 // What an operation under a progress dialog showed on its way: its debug log
 // and, at every collision test the fake host answered, the dialog's label and
 // value; optionally the dialog is cancelled at one of those tests. Two
@@ -17,6 +19,7 @@ struct OperationTrace {
     bool cancelled = false;
 };
 
-// Runs `operation` under a freshly started dialog on `host`, cancelling it at
-// the `cancelAt`-th collision test (0: never), and finishes the dialog.
-OperationTrace traceOperation(FakeHost& host, int cancelAt, const std::function<void()>& operation);
+// Runs `operation` under a freshly started `progress` dialog on `host`,
+// cancelling it at the `cancelAt`-th collision test (0: never), and finishes the dialog.
+OperationTrace traceOperation(FakeHost& host, ProgressReporter& progress, int cancelAt,
+                              const std::function<void()>& operation);

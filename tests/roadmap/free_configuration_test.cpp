@@ -20,11 +20,11 @@ protected:
     {
         robot = host.addRobot("Arm", {-10, -20, -30}, {10, 20, 30});
         checker = std::make_unique<HostCollisionChecker>(&host, robot);
-        progressReporter().start(nullptr, "Search");
+        resources.progress().start(nullptr, "Search");
     }
     void TearDown() override
     {
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     // A seed list of J rows, one column per configuration.
@@ -41,13 +41,15 @@ protected:
     // The search of the fixture's robot, from the plug-in's generator.
     FreeConfigurationSearch search(const RoadmapMatrix* seeds)
     {
-        return FreeConfigurationSearch(*checker, progressReporter(), processRandom(), seeds);
+        return FreeConfigurationSearch(*checker, resources.progress(), resources.random(), seeds);
     }
 
     // Boxes that make every configuration within the limits collide.
     void blockEverything() { robot->boxes.push_back({{-11, -21, -31}, {11, 21, 31}}); }
 
     FakeHost host;
+
+    PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
     std::unique_ptr<HostCollisionChecker> checker;
     const double lower[3] = {-10, -20, -30};
@@ -81,7 +83,7 @@ TEST_F(FreeConfigurationTest, FreeSeedIsTakenFirstAndTheCursorAdvances)
 TEST_F(FreeConfigurationTest, SeedListWithFewerRowsThanJointsIsSkipped)
 {
     ScopedMatrix seeds = seedList({{1, 2}, {3, 4}}, 2);
-    ReferenceRandom reference(processRandom().outputsDrawn());
+    ReferenceRandom reference(resources.random().outputsDrawn());
     FreeConfigurationSearch s = search(seeds.get());
     s.next(found);
     EXPECT_EQ(s.nextSeed(), 0);
@@ -101,7 +103,7 @@ TEST_F(FreeConfigurationTest, RejectedSeedCountsNoAttemptAndShowsNoProgress)
     EXPECT_EQ(host.collisionTests, 2) << "the refused seed was never checked for collisions";
     EXPECT_EQ(log.countStartingWith("Adding joints. Attempt: "), 1);
     EXPECT_EQ(log.countStartingWith("Adding joints. Attempt: 1"), 1) << "the colliding seed is attempt 1";
-    EXPECT_TRUE(progressReporter().dialog()->labelText().endsWith("(attempt 1)"));
+    EXPECT_TRUE(resources.progress().dialog()->labelText().endsWith("(attempt 1)"));
 }
 
 TEST_F(FreeConfigurationTest, RejectedRandomDrawCountsAnAttemptAndShowsProgress)
@@ -109,11 +111,11 @@ TEST_F(FreeConfigurationTest, RejectedRandomDrawCountsAnAttemptAndShowsProgress)
     int checks = 0;
     robot->accepts = [&](const JointVector&) { return ++checks > 1; };
     LogCapture log;
-    ReferenceRandom reference(processRandom().outputsDrawn());
+    ReferenceRandom reference(resources.random().outputsDrawn());
     EXPECT_TRUE(search(nullptr).next(found));
     EXPECT_EQ(host.collisionTests, 1) << "the refused draw was not checked for collisions";
     EXPECT_EQ(log.countStartingWith("Adding joints. Attempt: 1"), 1);
-    EXPECT_EQ(progressReporter().dialog()->labelText(),
+    EXPECT_EQ(resources.progress().dialog()->labelText(),
               QString("Search<br>Looking for a collision-free robot position (attempt 1)"));
     for (int i = 0; i < 3; ++i)
         reference.uniform();  // the refused draw
@@ -125,9 +127,9 @@ TEST_F(FreeConfigurationTest, AttemptsCountSeedsAndDrawsTogether)
 {
     blockEverything();
     ScopedMatrix seeds = seedList({{1, 1, 1}, {2, 2, 2}});
-    host.onCollisionTest = [](int test) {
+    host.onCollisionTest = [this](int test) {
         if (test == 4)
-            progressReporter().dialog()->cancel();
+            resources.progress().dialog()->cancel();
     };
     LogCapture log;
     search(seeds.get()).next(found);
@@ -139,9 +141,9 @@ TEST_F(FreeConfigurationTest, AttemptsCountSeedsAndDrawsTogether)
 TEST_F(FreeConfigurationTest, CancelDuringTheSearchEndsIt)
 {
     blockEverything();
-    host.onCollisionTest = [](int test) {
+    host.onCollisionTest = [this](int test) {
         if (test == 3)
-            progressReporter().dialog()->cancel();
+            resources.progress().dialog()->cancel();
     };
     EXPECT_FALSE(search(nullptr).next(found));
     EXPECT_EQ(host.collisionTests, 3);
@@ -152,7 +154,7 @@ TEST_F(FreeConfigurationTest, EqualLimitsAlwaysGiveThatValue)
 {
     FakeRobot* fixed = host.addRobot("Fixed", {-10, 7.25, -30}, {10, 7.25, 30});
     HostCollisionChecker fixedChecker(&host, fixed);
-    FreeConfigurationSearch s(fixedChecker, progressReporter(), processRandom(), nullptr);
+    FreeConfigurationSearch s(fixedChecker, resources.progress(), resources.random(), nullptr);
     for (int i = 0; i < 20; ++i) {
         s.next(found);
         ASSERT_EQ(found[1], 7.25);

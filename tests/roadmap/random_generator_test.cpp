@@ -1,4 +1,4 @@
-#include "planner_random.h"
+#include "planner_resources.h"
 #include "random_generator.h"
 
 #include "reference_random.h"
@@ -42,9 +42,11 @@ TEST(MersenneTwister, UniformUsesTwoOutputsWith53Bits)
     }
 }
 
-TEST(MersenneTwister, ProcessGeneratorContinuesOneSequence)
+TEST(MersenneTwister, TheResourcesGeneratorContinuesOneSequence)
 {
-    ReferenceRandom reference(processRandom().outputsDrawn());
+    PlannerResources resources;
+    resources.random().next32();
+    ReferenceRandom reference(resources.random().outputsDrawn());
     for (int i = 0; i < 50; ++i)
-        ASSERT_EQ(processRandom().nextUniform(), reference.uniform());
+        ASSERT_EQ(resources.random().nextUniform(), reference.uniform());
 }

@@ -18,20 +18,22 @@ protected:
     void SetUp() override
     {
         robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
-        progressReporter().start(nullptr, "Map");
+        resources.progress().start(nullptr, "Map");
     }
     void TearDown() override
     {
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     void build(int sampleCount, int edgesPerSample, const RoadmapMatrix* seeds = nullptr)
     {
         const PlannerParameters parameters = {0.0, double(sampleCount), double(edgesPerSample), 5.0, 4.0};
-        hostBuildRoadmap(host, robot, parameters, seeds, samples.get(), graph.get());
+        hostBuildRoadmap(resources, host, robot, parameters, seeds, samples.get(), graph.get());
     }
 
     FakeHost host;
+
+    PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
@@ -49,14 +51,14 @@ TEST_F(RoadmapBuilderTest, OneSampleHasNoProgressLineAndNoEdge)
     EXPECT_EQ(at(graph.get(), 0, 0), 0.0);
     EXPECT_EQ(robot->jointMoveTests, 0);
     EXPECT_EQ(log.countStartingWith("Calculating PRM"), 0);
-    EXPECT_EQ(progressReporter().dialog()->labelText(), QString("Map"));
+    EXPECT_EQ(resources.progress().dialog()->labelText(), QString("Map"));
 }
 
 TEST_F(RoadmapBuilderTest, NoEdgesPerSampleTestsNoEdgeAndNeverUpdatesTheSampleLine)
 {
     // Half of the space collides, so that attempt lines do appear.
     robot->boxes.push_back({{-101, -101, -101}, {0, 101, 101}});
-    const int barBefore = progressReporter().dialog()->value();
+    const int barBefore = resources.progress().dialog()->value();
     LogCapture log;
     build(10, 0);
     EXPECT_EQ(columns(samples.get()), 10);
@@ -65,8 +67,8 @@ TEST_F(RoadmapBuilderTest, NoEdgesPerSampleTestsNoEdgeAndNeverUpdatesTheSampleLi
     EXPECT_EQ(graph->edgeCount(), 0) << "the graph stays all zero";
     EXPECT_EQ(log.countStartingWith("Calculating PRM"), 0);
     EXPECT_GT(log.countStartingWith("Adding joints. Attempt: "), 0);
-    EXPECT_EQ(progressReporter().dialog()->value(), barBefore);
-    EXPECT_TRUE(progressReporter().dialog()->labelText().startsWith("Map<br>Looking for a collision-free"));
+    EXPECT_EQ(resources.progress().dialog()->value(), barBefore);
+    EXPECT_TRUE(resources.progress().dialog()->labelText().startsWith("Map<br>Looking for a collision-free"));
 }
 
 TEST_F(RoadmapBuilderTest, EnoughEdgesPerSampleTestsEveryOlderSample)
@@ -84,18 +86,18 @@ TEST_F(RoadmapBuilderTest, EnoughEdgesPerSampleTestsEveryOlderSample)
 TEST_F(RoadmapBuilderTest, ProgressLineAndBarValue)
 {
     LogCapture log;
-    EXPECT_FALSE(showSampleProgress(progressReporter(), 2, 3, 7));
-    EXPECT_EQ(progressReporter().dialog()->value(), 66);
-    EXPECT_EQ(progressReporter().dialog()->labelText(), QString("Calculating collision map:<br>Samples: 2/3 Edges: 7<br>"));
+    EXPECT_FALSE(showSampleProgress(resources.progress(), 2, 3, 7));
+    EXPECT_EQ(resources.progress().dialog()->value(), 66);
+    EXPECT_EQ(resources.progress().dialog()->labelText(), QString("Calculating collision map:<br>Samples: 2/3 Edges: 7<br>"));
     ASSERT_EQ(log.messages().size(), 1);
     EXPECT_EQ(log.messages()[0], QString("Calculating PRM 2 / 3 - Edges: 7"));
 }
 
 TEST_F(RoadmapBuilderTest, SampleLineClearsTheAttemptLine)
 {
-    showAttempt(progressReporter(), 4);
-    showSampleProgress(progressReporter(), 1, 4, 0);
-    EXPECT_FALSE(progressReporter().dialog()->labelText().contains("attempt"));
+    showAttempt(resources.progress(), 4);
+    showSampleProgress(resources.progress(), 1, 4, 0);
+    EXPECT_FALSE(resources.progress().dialog()->labelText().contains("attempt"));
 }
 
 TEST_F(RoadmapBuilderTest, AnEdgeBetweenIdenticalSamplesIsNotInTheGraph)

@@ -18,18 +18,18 @@ protected:
     {
         robot = host.addRobot("Arm", {-100, -100}, {100, 100});
         robot->boxes.push_back({{-10, -10}, {10, 10}});
-        progressReporter().start(nullptr, "Map");
+        resources.progress().start(nullptr, "Map");
     }
     void TearDown() override
     {
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     void cancelAtTest(int number)
     {
-        host.onCollisionTest = [number](int test) {
+        host.onCollisionTest = [this, number](int test) {
             if (test == number)
-                progressReporter().dialog()->cancel();
+                resources.progress().dialog()->cancel();
         };
     }
 
@@ -41,10 +41,12 @@ protected:
             for (int r = 0; r < 2; ++r)
                 at(seeds.get(), r, static_cast<int>(c)) = seedColumns[c][r];
         const PlannerParameters parameters = {0.0, 6.0, 5.0, 5.0, 4.0};
-        hostBuildRoadmap(host, robot, parameters, seeds.get(), samples.get(), graph.get());
+        hostBuildRoadmap(resources, host, robot, parameters, seeds.get(), samples.get(), graph.get());
     }
 
     FakeHost host;
+
+    PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
@@ -56,7 +58,7 @@ TEST_F(RoadmapCancelTest, DuringTheSearchForSampleThreeKeepsThreeSamples)
     // Tests: #1 sample 0, #2-#3 sample 1, #4-#6 sample 2, #7 a colliding seed.
     cancelAtTest(7);
     build({{50, 50}, {-50, 50}, {50, -50}, {0, 0}});
-    EXPECT_TRUE(progressReporter().cancelled());
+    EXPECT_TRUE(resources.progress().cancelled());
     ASSERT_EQ(rows(samples.get()), 2);
     ASSERT_EQ(columns(samples.get()), 3);
     ASSERT_EQ(rows(graph.get()), 3);
@@ -76,7 +78,7 @@ TEST_F(RoadmapCancelTest, DuringTheEdgesOfSampleThreeKeepsFourSamples)
     // next progress update sees the cancel.
     cancelAtTest(8);
     build({{50, 50}, {-50, 50}, {50, -50}, {-50, -50}});
-    EXPECT_TRUE(progressReporter().cancelled());
+    EXPECT_TRUE(resources.progress().cancelled());
     ASSERT_EQ(columns(samples.get()), 4);
     ASSERT_EQ(rows(graph.get()), 4);
     ASSERT_EQ(columns(graph.get()), 4);
@@ -94,7 +96,7 @@ TEST_F(RoadmapCancelTest, DuringSampleZeroLeavesEmptyOutputs)
     setSize(samples.get(), 2, 2);
     graph->resize(2);
     build({{0, 0}, {50, 50}});
-    EXPECT_TRUE(progressReporter().cancelled());
+    EXPECT_TRUE(resources.progress().cancelled());
     EXPECT_EQ(rows(samples.get()), 0);
     EXPECT_EQ(columns(samples.get()), 0);
     EXPECT_EQ(rows(graph.get()), 0);
@@ -104,7 +106,7 @@ TEST_F(RoadmapCancelTest, DuringSampleZeroLeavesEmptyOutputs)
 TEST_F(RoadmapCancelTest, WithoutCancelTheMapIsComplete)
 {
     build({{50, 50}, {-50, 50}, {50, -50}, {-50, -50}});
-    EXPECT_FALSE(progressReporter().cancelled());
+    EXPECT_FALSE(resources.progress().cancelled());
     EXPECT_EQ(columns(samples.get()), 6);
     EXPECT_EQ(rows(graph.get()), 6);
 }

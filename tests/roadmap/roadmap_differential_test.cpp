@@ -26,6 +26,7 @@ public:
     void compare()
     {
         FakeHost host;
+        PlannerResources resources;  // the generator and the progress dialog
         const int joints = pick(1, 6);
         std::vector<double> lower;
         std::vector<double> upper;
@@ -59,23 +60,23 @@ public:
         // both builds are cancelled at the same late test at the latest.
         const int cancelAt = pick(0, 3) == 0 ? pick(1, 200) : 3000;
 
-        const MersenneTwister start = processRandom();
+        const MersenneTwister start = resources.random();
         ScopedMatrix denseSamples = makeScopedMatrix();
         ScopedMatrix dense = makeScopedMatrix();
-        const OperationTrace expected = traceOperation(host, cancelAt, [&] {
+        const OperationTrace expected = traceOperation(host, resources.progress(), cancelAt, [&] {
             HostCollisionChecker checker(&host, robot);
-            denseBuildRoadmap(checker, progressReporter(), processRandom(), parameters, seeds.get(),
+            denseBuildRoadmap(checker, resources.progress(), resources.random(), parameters, seeds.get(),
                               denseSamples.get(), dense.get());
         });
-        const MersenneTwister afterReference = processRandom();
-        processRandom() = start;
+        const MersenneTwister afterReference = resources.random();
+        resources.random() = start;
         ScopedMatrix samples = makeScopedMatrix();
         RoadmapGraph graph;
-        const OperationTrace found = traceOperation(host, cancelAt, [&] {
-            hostBuildRoadmap(host, robot, parameters, seeds.get(), samples.get(), &graph);
+        const OperationTrace found = traceOperation(host, resources.progress(), cancelAt, [&] {
+            hostBuildRoadmap(resources, host, robot, parameters, seeds.get(), samples.get(), &graph);
         });
 
-        EXPECT_EQ(processRandom().outputsDrawn(), afterReference.outputsDrawn());
+        EXPECT_EQ(resources.random().outputsDrawn(), afterReference.outputsDrawn());
         EXPECT_EQ(found.collisionTests, expected.collisionTests);
         EXPECT_EQ(found.cancelled, expected.cancelled);
         EXPECT_EQ(found.log, expected.log);

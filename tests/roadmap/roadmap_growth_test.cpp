@@ -19,21 +19,22 @@ protected:
     {
         robot = host.addRobot("Arm", {-100, -100, -100}, {100, 100, 100});
         robot->boxes.push_back({{-20, -101, -101}, {20, 101, 101}});
-        progressReporter().start(nullptr, "Map");
-        hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
+        resources.progress().start(nullptr, "Map");
+        hostBuildRoadmap(resources, host, robot, parameters, nullptr, samples.get(), graph.get());
     }
     void TearDown() override
     {
-        progressReporter().finish();
+        resources.progress().finish();
     }
 
     int grow(int count, const std::function<bool(int)>& progress = [](int) { return false; })
     {
-        return hostGrowRoadmap(host, robot, parameters, count, samples.get(), graph.get(), progress);
+        return hostGrowRoadmap(resources, host, robot, parameters, count, samples.get(), graph.get(), progress);
     }
 
     const PlannerParameters parameters = {0.0, 20.0, 4.0, 5.0, 4.0};
     FakeHost host;
+    PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
@@ -65,15 +66,15 @@ TEST_F(RoadmapGrowthTest, TheSameGrowthAsBuildingTheLargerMapFromTheSameSequence
 {
     // Built in one go, 20 + 15 samples draw the same random numbers as 20 and
     // then 15 more, when no seeds come first: the two maps are the same.
-    processRandom() = MersenneTwister();
-    hostBuildRoadmap(host, robot, parameters, nullptr, samples.get(), graph.get());
+    resources.random() = MersenneTwister();
+    hostBuildRoadmap(resources, host, robot, parameters, nullptr, samples.get(), graph.get());
     grow(15);
     RoadmapGraph grown = *graph;
     ScopedMatrix grownSamples = makeScopedMatrix();
     copyMatrix(samples.get(), grownSamples.get());
-    processRandom() = MersenneTwister();
+    resources.random() = MersenneTwister();
     const PlannerParameters larger = {0.0, 35.0, 4.0, 5.0, 4.0};
-    hostBuildRoadmap(host, robot, larger, nullptr, samples.get(), graph.get());
+    hostBuildRoadmap(resources, host, robot, larger, nullptr, samples.get(), graph.get());
     EXPECT_TRUE(*graph == grown);
     for (int i = 0; i < 3 * 35; ++i)
         EXPECT_EQ(samples->values[i], grownSamples->values[i]);

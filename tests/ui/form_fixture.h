@@ -24,7 +24,7 @@ protected:
 
     QDockWidget* dock() const
     {
-        return window->findChild<QDockWidget*>(PluginAutoPRM::title());
+        return window->findChild<QDockWidget*>(plugin->title());
     }
 
     template <typename Widget>

@@ -2,7 +2,7 @@
 #include "insert_node.h"
 
 #include "collision_checker.h"
-#include "joint_distance.h"
+#include "nearest_samples.h"
 #include "progress_steps.h"
 #include "roadmap_graph.h"
 #include "roadmap_matrix.h"
@@ -31,25 +31,22 @@ int incrementSaturated(int value)
     return value == INT_MAX ? value : value + 1;
 }
 
-struct Candidate {
-    int index;  // 0-based sample
-    double distance;
-};
-
-// Candidates are tried in the order a stable sort of their distances gives:
-// nearest first, equal distances by ascending index. As a heap comparison:
-// true when a comes after b.
-bool triedLater(const Candidate& a, const Candidate& b)
-{
-    if (a.distance != b.distance)
-        return a.distance > b.distance;
-    return a.index > b.index;
-}
+// Candidates are asked of the strategy in batches, nearest first, this many
+// at first and twice as many each time a batch is used up: usually the first
+// few make the node's edges, and a query for more begins with the same ones.
+constexpr int FirstBatch = 16;
 }  // namespace
 
 NodeInserter::NodeInserter(CollisionChecker& checker, PlannerProgress& progress)
-    : checker_(checker), progress_(progress)
+    : checker_(checker), progress_(progress), neighbours_(std::make_unique<NearestSamples>())
 {
+}
+
+NodeInserter::~NodeInserter() = default;
+
+void NodeInserter::setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy)
+{
+    neighbours_ = std::move(strategy);
 }
 
 InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatrix* samples,
@@ -65,11 +62,10 @@ InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatr
         return inserted;
     }
 
-    std::vector<Candidate> candidates(static_cast<size_t>(sampleCount));
-    for (int j = 0; j < sampleCount; ++j)
-        candidates[static_cast<size_t>(j)] = {j, jointDistance(configuration.data(), column(samples, j), jointCount)};
-    const Candidate nearest = *std::min_element(
-        candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) { return triedLater(b, a); });
+    int batch = std::min(FirstBatch, sampleCount);
+    std::vector<NeighbourStrategy::Candidate> candidates =
+        neighbours_->nearest(samples, sampleCount, configuration.data(), jointCount, batch);
+    const NeighbourStrategy::Candidate nearest = candidates.front();
 
     if (samplesOut != samples)
         copyMatrix(samples, samplesOut);
@@ -89,8 +85,8 @@ InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatr
     graphOut->addNode();
     inserted.nodeNumber = incrementSaturated(side);
 
-    // Nearest first, taken from a heap one at a time: usually only a few are tried.
-    std::make_heap(candidates.begin(), candidates.end(), triedLater);
+    // Nearest first: usually only a few are tried.
+    const JointVector node(configuration.data(), jointCount);
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
         if (showConnectProgress(progress_, k + 1, sampleCount, edges)) {
@@ -98,12 +94,12 @@ InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatr
             inserted.edgesMade = edges;
             return inserted;
         }
-        std::pop_heap(candidates.begin(), candidates.end(), triedLater);
-        const Candidate candidate = candidates.back();
-        candidates.pop_back();
-        if (checker_.jointMove(JointVector(configuration.data(), jointCount),
-                               JointVector(column(samples, candidate.index), jointCount))
-            != 0)
+        if (k == batch) {
+            batch = static_cast<int>(std::min<long long>(2LL * batch, sampleCount));
+            candidates = neighbours_->nearest(samples, sampleCount, configuration.data(), jointCount, batch);
+        }
+        const NeighbourStrategy::Candidate candidate = candidates[static_cast<size_t>(k)];
+        if (checker_.jointMove(node, JointVector(column(samples, candidate.index), jointCount)) != 0)
             continue;
         edges = incrementSaturated(edges);
         // The node's edges go to index N, which after a cancelled insertion is

@@ -4,7 +4,10 @@
 #include "configuration.h"
 #include "planner_parameters.h"
 
+#include <memory>
+
 class CollisionChecker;
+class NeighbourStrategy;
 class PlannerProgress;
 class RoadmapGraph;
 struct RoadmapMatrix;
@@ -20,7 +23,14 @@ struct InsertedNode {
 // display, whose cancel it obeys. The caller opens and closes that display.
 class NodeInserter {
 public:
+    // The nearest samples are found by a linear scan unless another strategy is set.
     NodeInserter(CollisionChecker& checker, PlannerProgress& progress);
+    ~NodeInserter();
+    NodeInserter(const NodeInserter&) = delete;
+    NodeInserter& operator=(const NodeInserter&) = delete;
+
+    // Replaces how the nearest samples are found (the same order, faster).
+    void setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy);
 
     // Makes `configuration` a node of the roadmap. Within one robot step (L1)
     // of its nearest sample it reuses that sample; otherwise it is appended and
@@ -34,4 +44,5 @@ public:
 private:
     CollisionChecker& checker_;  // the robot and its cell
     PlannerProgress& progress_;  // where each try is shown and a cancel heard
+    std::unique_ptr<NeighbourStrategy> neighbours_;  // the candidates, nearest first
 };

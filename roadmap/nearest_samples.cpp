@@ -5,11 +5,10 @@
 #include "roadmap_matrix.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 // Ascending (distance, index): the place a stable sort gives a sample.
-bool nearer(const NearestSamples::Candidate& a, const NearestSamples::Candidate& b)
+bool nearer(const NeighbourStrategy::Candidate& a, const NeighbourStrategy::Candidate& b)
 {
     if (a.distance != b.distance)
         return a.distance < b.distance;
@@ -17,8 +16,9 @@ bool nearer(const NearestSamples::Candidate& a, const NearestSamples::Candidate&
 }
 }  // namespace
 
-const std::vector<NearestSamples::Candidate>& NearestSamples::find(const RoadmapMatrix* samples, int olderCount,
-                                                                   const double* sample, int jointCount, int count)
+const std::vector<NeighbourStrategy::Candidate>& NearestSamples::nearest(const RoadmapMatrix* samples, int olderCount,
+                                                                        const double* configuration, int jointCount,
+                                                                        int count)
 {
     chosen_.clear();
     const int wanted = std::min(count, olderCount);
@@ -29,7 +29,7 @@ const std::vector<NearestSamples::Candidate>& NearestSamples::find(const Roadmap
     // The heap's top is the farthest kept. Samples come in ascending index,
     // so a later one displaces it only when strictly nearer.
     for (int p = 0; p < olderCount; ++p) {
-        const double distance = jointDistance(sample, column(samples, p), jointCount);
+        const double distance = jointDistance(configuration, column(samples, p), jointCount);
         if (static_cast<int>(chosen_.size()) < wanted) {
             chosen_.push_back({p, distance});
             std::push_heap(chosen_.begin(), chosen_.end(), nearer);
@@ -41,10 +41,4 @@ const std::vector<NearestSamples::Candidate>& NearestSamples::find(const Roadmap
     }
     std::sort_heap(chosen_.begin(), chosen_.end(), nearer);
     return chosen_;
-}
-
-int NearestSamples::candidateCount(double edgesPerSample, int olderCount)
-{
-    const double bound = std::min(edgesPerSample, double(olderCount));
-    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
 }

@@ -1,30 +1,17 @@
-// Which older samples a new sample is tried against.
+// The nearest samples by one pass over all of them.
 #pragma once
+
+#include "neighbour_strategy.h"
 
 #include <vector>
 
-struct RoadmapMatrix;
-
-// Which older samples a new sample is tried against: the nearest ones in L1
-// joint distance, nearest first, equal distances by ascending index. That is
-// the order a stable sort of all the distances gives, found here without
-// sorting them all: one pass keeps the nearest so far in a bounded heap.
-class NearestSamples {
+// The nearest samples by one pass over all of them that keeps the nearest so
+// far in a bounded heap: time linear in the samples, without sorting them all.
+class NearestSamples : public NeighbourStrategy {
 public:
-    struct Candidate {
-        int index;        // 0-based sample
-        double distance;  // L1 distance to the new sample
-    };
-
-    // How many of the nearest older samples a new sample is tried against:
-    // every m with m < min(K, olderCount), K the edges-per-sample setting.
-    static int candidateCount(double edgesPerSample, int olderCount);
-
-    // The min(count, olderCount) nearest of samples 0 .. olderCount - 1 to
-    // `sample`, nearest first. The result stays valid until the next call.
-    const std::vector<Candidate>& find(const RoadmapMatrix* samples, int olderCount, const double* sample,
-                                       int jointCount, int count);
+    const std::vector<Candidate>& nearest(const RoadmapMatrix* samples, int olderCount, const double* configuration,
+                                          int jointCount, int count) override;
 
 private:
-    std::vector<Candidate> chosen_;
+    std::vector<Candidate> chosen_;  // the heap, then the answer
 };

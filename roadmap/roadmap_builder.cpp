@@ -9,6 +9,7 @@
 #include "roadmap_matrix.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 // Keeps the first `keep` samples and the edges among them.
@@ -18,16 +19,44 @@ void truncateRoadmap(RoadmapMatrix* samples, RoadmapGraph* graph, int keep)
     setSize(samples, rows(samples), keep);
 }
 
-// True when the straight joint move between two samples is free.
-bool moveIsFree(CollisionChecker& checker, const double* a, const double* b, int jointCount)
+// How many of the nearest older samples a new sample is tried against: every
+// m with m < min(K, olderCount), K the edges-per-sample setting.
+int candidateCount(double edgesPerSample, int olderCount)
 {
-    return checker.jointMove(JointVector(a, jointCount), JointVector(b, jointCount)) == 0;
+    const double bound = std::min(edgesPerSample, double(olderCount));
+    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
 }
 }  // namespace
 
 RoadmapBuilder::RoadmapBuilder(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random)
-    : checker_(checker), progress_(progress), random_(random)
+    : checker_(checker), progress_(progress), random_(random), neighbours_(std::make_unique<NearestSamples>())
 {
+}
+
+RoadmapBuilder::~RoadmapBuilder() = default;
+
+void RoadmapBuilder::setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy)
+{
+    neighbours_ = std::move(strategy);
+}
+
+bool RoadmapBuilder::joinToOlder(const PlannerParameters& parameters, RoadmapMatrix* samples, RoadmapGraph* graph,
+                                 int k, const std::function<bool()>& stop, long long* edgeCount)
+{
+    const int jointCount = rows(samples);
+    const double* sample = column(samples, k);
+    const JointVector newSample(sample, jointCount);
+    // Only the K nearest are tried; a blocked one is not replaced by the next.
+    const int tried = candidateCount(parameters[PlannerParameter::Edges], k);
+    for (const NeighbourStrategy::Candidate& candidate : neighbours_->nearest(samples, k, sample, jointCount, tried)) {
+        if (stop())
+            return true;
+        if (checker_.jointMove(newSample, JointVector(column(samples, candidate.index), jointCount)) == 0) {
+            ++*edgeCount;
+            graph->setLength(k, candidate.index, candidate.distance);
+        }
+    }
+    return false;
 }
 
 void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
@@ -44,7 +73,6 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
     }
 
     const int sampleTotal = static_cast<int>(parameters[PlannerParameter::Samples]);
-    const double edgesPerSample = parameters[PlannerParameter::Edges];
     setSize(samples, jointCount, sampleTotal);
     fillZero(samples);
     if (sampleTotal > 0)
@@ -52,27 +80,17 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
     graph->clear();
     graph->resize(sampleTotal);
     long long edgeCount = 0;
-    NearestSamples nearest;
 
     for (int k = 1; k < sampleTotal; ++k) {
         if (!search.next(configuration)) {
             truncateRoadmap(samples, graph, k);
             return;
         }
-        double* sample = column(samples, k);
-        std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
-
-        // Only the K nearest are tried; a blocked one is not replaced by the next.
-        const int tried = NearestSamples::candidateCount(edgesPerSample, k);
-        for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
-            if (showSampleProgress(progress_, k + 1, sampleTotal, edgeCount)) {
-                truncateRoadmap(samples, graph, k + 1);
-                return;
-            }
-            if (moveIsFree(checker_, sample, column(samples, candidate.index), jointCount)) {
-                ++edgeCount;
-                graph->setLength(k, candidate.index, candidate.distance);
-            }
+        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, k));
+        const auto cancelled = [&] { return showSampleProgress(progress_, k + 1, sampleTotal, edgeCount); };
+        if (joinToOlder(parameters, samples, graph, k, cancelled, &edgeCount)) {
+            truncateRoadmap(samples, graph, k + 1);
+            return;
         }
     }
 }
@@ -86,25 +104,17 @@ int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, Roadmap
     if (rows(samples) != jointCount || graph->nodeCount() != columns(samples) || columns(samples) < 1)
         return 0;
     Configuration configuration{};
-    const double edgesPerSample = parameters[PlannerParameter::Edges];
-    NearestSamples nearest;
+    long long edgeCount = 0;
 
     for (int n = 0; n < count; ++n) {
         if (!search.next(configuration))
             return n;
         const int k = columns(samples);
         setSize(samples, jointCount, k + 1);
-        double* sample = column(samples, k);
-        std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
+        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, k));
         graph->addNode();
-        // As in the construction: the K nearest are tried, a blocked one is not replaced.
-        const int tried = NearestSamples::candidateCount(edgesPerSample, k);
-        for (const NearestSamples::Candidate& candidate : nearest.find(samples, k, sample, jointCount, tried)) {
-            if (added(n + 1))
-                return n + 1;
-            if (moveIsFree(checker_, sample, column(samples, candidate.index), jointCount))
-                graph->setLength(k, candidate.index, candidate.distance);
-        }
+        if (joinToOlder(parameters, samples, graph, k, [&] { return added(n + 1); }, &edgeCount))
+            return n + 1;
     }
     return count;
 }

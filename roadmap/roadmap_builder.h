@@ -4,9 +4,11 @@
 #include "planner_parameters.h"
 
 #include <functional>
+#include <memory>
 
 class CollisionChecker;
 class MersenneTwister;
+class NeighbourStrategy;
 class PlannerProgress;
 class RoadmapGraph;
 struct RoadmapMatrix;
@@ -18,7 +20,14 @@ struct RoadmapMatrix;
 // cancel it obeys. The caller opens and closes that display.
 class RoadmapBuilder {
 public:
+    // The nearest samples are found by a linear scan unless another strategy is set.
     RoadmapBuilder(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random);
+    ~RoadmapBuilder();
+    RoadmapBuilder(const RoadmapBuilder&) = delete;
+    RoadmapBuilder& operator=(const RoadmapBuilder&) = delete;
+
+    // Replaces how the nearest older samples are found (the same order, faster).
+    void setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy);
 
     // Builds N samples (parameters[Samples]) into `samples` (J x N), the
     // seeds (J x S, may be null) first, and links each new sample to up to K
@@ -40,4 +49,11 @@ private:
     CollisionChecker& checker_;  // the robot and its cell
     PlannerProgress& progress_;  // where the state is shown and a cancel heard
     MersenneTwister& random_;    // the random sequence samples are drawn from
+    std::unique_ptr<NeighbourStrategy> neighbours_;  // finds each new sample's candidates
+
+    // Joins the new sample k to up to K of samples 0 .. k - 1 whose joint move
+    // is free; `stop` is asked before each candidate, and true ends it. True
+    // when stopped.
+    bool joinToOlder(const PlannerParameters& parameters, RoadmapMatrix* samples, RoadmapGraph* graph, int k,
+                     const std::function<bool()>& stop, long long* edgeCount);
 };

@@ -2,6 +2,7 @@
 #include "add_targets.h"
 
 #include "configuration.h"
+#include "display_guard.h"
 #include "host_collision_checker.h"
 #include "insert_node.h"
 #include "items_of_type.h"
@@ -175,10 +176,8 @@ bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnl
         targets = selectedTargets(host);
     const PlannerParameters parameters = session.settings().parameters();
 
-    const int keptRenderMode = host->renderMode();
-    JointVector keptJoints;
-    robot->joints(keptJoints);
-    host->setRenderMode(1);
+    DisplayGuard display(host, robot);
+    const JointVector& keptJoints = display.keptJoints();
 
     int edgesMade = -1;
     bool result = true;
@@ -189,10 +188,7 @@ bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnl
 
     if (session.abandonment() == Abandonment::StationReplaced || session.abandonment() == Abandonment::Unloaded)
         return false;
-    host->setRenderMode(keptRenderMode);
-    if (!operation.abandoned())
-        robot->setJoints(keptJoints);
-    host->update(255);
+    display.restore(!operation.abandoned());
     if (operation.abandoned())
         return false;
     session.markChanged();

@@ -2,6 +2,7 @@
 #include "calculate_map.h"
 
 #include "configuration.h"
+#include "display_guard.h"
 #include "host_collision_checker.h"
 #include "map_capacity.h"
 #include "operation_scope.h"
@@ -126,14 +127,13 @@ void computeMap(OperationScope& operation)
     if (!canCompute(session, robot))
         return;
 
-    JointVector keptJoints;
-    robot->joints(keptJoints);
-    ScopedMatrix seeds = collectSeeds(session, keptJoints.count());
+    JointVector joints;
+    robot->joints(joints);
+    ScopedMatrix seeds = collectSeeds(session, joints.count());
 
     const PlannerParameters parameters = session.settings().parameters();
 
-    const int keptRenderMode = host->renderMode();
-    host->setRenderMode(1);
+    DisplayGuard display(host, robot);
 
     session.progress().start(session.mainWindow(),
                              QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));
@@ -148,16 +148,12 @@ void computeMap(OperationScope& operation)
         // The robot or the station is gone: nothing built for it is kept.
         session.progress().finish();
         qDebug().noquote().nospace() << "Operation aborted!";
-        if (session.abandonment() == Abandonment::RobotDeleted) {
-            host->setRenderMode(keptRenderMode);
-            host->update(255);
-        }
+        if (session.abandonment() == Abandonment::RobotDeleted)
+            display.restore(false);
         return;
     }
 
-    host->setRenderMode(keptRenderMode);
-    robot->setJoints(keptJoints);
-    host->update(255);
+    display.restore(true);
 
     const bool cancelled = session.progress().finish();
     if (!cancelled) {

@@ -3,6 +3,7 @@
 
 #include "configuration.h"
 #include "connected_nodes.h"
+#include "display_guard.h"
 #include "host_collision_checker.h"
 #include "insert_node.h"
 #include "map_capacity.h"
@@ -308,10 +309,7 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     HostApi* host = session.host();
     HostItem* robot = session.robot();
 
-    const int keptRenderMode = host->renderMode();
-    JointVector keptJoints;
-    robot->joints(keptJoints);
-    host->setRenderMode(1);
+    DisplayGuard display(host, robot);
 
     const bool found = findCheckedRoute(operation, silent, jnts1, jnts2, progname) && session.robotStillThere();
     std::vector<ViaPoint> points = routePoints(session.map());
@@ -327,10 +325,7 @@ Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, con
     const Abandonment abandonment = session.abandonment();
     if (abandonment == Abandonment::StationReplaced || abandonment == Abandonment::Unloaded)
         return nullptr;
-    host->setRenderMode(keptRenderMode);
-    if (abandonment == Abandonment::None)
-        robot->setJoints(keptJoints);
-    host->update(255);
+    display.restore(abandonment == Abandonment::None);
     if (abandonment != Abandonment::None)
         return nullptr;
     session.markChanged();

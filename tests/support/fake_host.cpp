@@ -8,17 +8,6 @@ constexpr double DefaultStep = 4.0;
 const char* const StepParameter = "PathStepCollisionDeg";
 }  // namespace
 
-bool JointBox::holds(const double* q, int jointCount) const
-{
-    const int n = std::min<int>(jointCount, static_cast<int>(lower.size()));
-    if (n < 1)
-        return false;
-    for (int i = 0; i < n; ++i)
-        if (!(lower[i] < q[i] && q[i] < upper[i]))
-            return false;
-    return true;
-}
-
 // ---------------------------------------------------------------- FakeItem
 
 FakeItem::FakeItem(FakeHost* host, int itemType, const QString& name)
@@ -127,27 +116,12 @@ void FakeRobot::jointLimits(JointVector& lower, JointVector& upper)
 
 bool FakeRobot::collides(const double* q) const
 {
-    for (const JointBox& box : boxes)
-        if (box.holds(q, jointCount()))
-            return true;
-    return false;
+    return joint_oracle::boxesHolding(boxes, q) > 0;
 }
 
 bool FakeRobot::moveCollides(const double* a, const double* b, double step) const
 {
-    const int joints = jointCount();
-    double longest = 0.0;
-    for (int i = 0; i < joints; ++i)
-        longest = std::max(longest, std::fabs(b[i] - a[i]));
-    const int n = std::max(1, static_cast<int>(std::ceil(longest / step)));
-    double point[JointVector::MaxJoints] = {};
-    for (int k = 0; k <= n; ++k) {
-        for (int i = 0; i < joints; ++i)
-            point[i] = a[i] + (b[i] - a[i]) * k / n;
-        if (collides(point))
-            return true;
-    }
-    return false;
+    return joint_oracle::testJointMove(boxes, jointCount(), a, b, step) != 0;
 }
 
 int FakeRobot::testJointMove(const JointVector& from, const JointVector& to, double stepDeg)
@@ -256,9 +230,7 @@ int FakeHost::collisions()
         auto* robotItem = dynamic_cast<FakeRobot*>(item.get());
         if (!robotItem || robotItem->deleted)
             continue;
-        for (const JointBox& box : robotItem->boxes)
-            if (box.holds(robotItem->currentJoints().values(), robotItem->jointCount()))
-                ++pairs;
+        pairs += joint_oracle::boxesHolding(robotItem->boxes, robotItem->currentJoints().values());
     }
     return pairs;
 }

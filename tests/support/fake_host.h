@@ -4,6 +4,8 @@
 #include "vorlik/host_item.h"
 #include "vorlik/item_types.h"
 
+#include "joint_oracle.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QMap>
@@ -16,15 +18,6 @@
 #include <vector>
 
 class FakeHost;
-
-// An obstacle in joint space: a configuration collides when every joint lies
-// strictly between lower and upper.
-struct JointBox {
-    std::vector<double> lower;
-    std::vector<double> upper;
-
-    bool holds(const double* q, int jointCount) const;
-};
 
 // A station item of any type, with a name and a parent.
 class FakeItem : public HostItem {
@@ -87,10 +80,10 @@ public:
     HostItem* getLink(int itemType) override;
 
     int jointCount() const { return static_cast<int>(lower_.size()); }
-    // True when a configuration lies inside one of the boxes.
+    // True when a configuration lies inside one of the boxes (the host's oracle).
     bool collides(const double* q) const;
-    // The joint-move oracle without counting a test: true when any checked
-    // point of the straight move from a to b collides.
+    // The host's joint-move oracle without counting a test: true when any
+    // checked point of the straight move from a to b collides.
     bool moveCollides(const double* a, const double* b, double step) const;
 
     std::vector<JointBox> boxes;

@@ -207,8 +207,7 @@ int FakeStation::collisions()
         const auto* robotItem = dynamic_cast<const FakeRobot*>(item.get());
         if (robotItem && !robotItem->deleted) {
             const double* q = robotItem->currentJoints().values();
-            pairs += static_cast<int>(std::count_if(robotItem->boxes.begin(), robotItem->boxes.end(),
-                                                    [&](const JointBox& box) { return box.holds(q, robotItem->jointCount()); }));
+            pairs += joint_oracle::boxesHolding(robotItem->boxes, q);
         }
     }
     return pairs;

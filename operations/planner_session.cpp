@@ -83,6 +83,16 @@ void PlannerSession::forgetMap()
     map_.setRobot(nullptr);
 }
 
+void PlannerSession::resetToDefaults()
+{
+    if (!map_.hasSamples())
+        return;
+    restoreSettings(PlannerSettings());
+    setRobot(nullptr);
+    forgetMap();
+    notifyChanged();
+}
+
 void PlannerSession::refuseWhileBusy(bool silent)
 {
     qDebug().noquote().nospace() << "Refused while an operation runs";

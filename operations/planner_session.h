@@ -87,6 +87,8 @@ public:
     const RobotMap& map() const { return map_; }
     // Forgets the map (and whose it was): "Clear", another station.
     void forgetMap();
+    // Back to the default settings, no robot and an empty map; only when there is a map.
+    void resetToDefaults();
     RobotMap& editMap(MapKey) { return map_; }
     // What the last map computation built, kept when its result was not taken.
     const RobotMap& workMap() const { return work_; }

@@ -1,37 +1,25 @@
-// The plug-in object's life in the host: load, toolbar, events, context menu, unload.
+// The plug-in object: the host's interface, the slots, and delegation to the
+// classes of each concern.
 #include "plugin_autoprm.h"
 
+#include "command_language.h"
+#include "dock.h"
 #include "entry_guard.h"
+#include "form_prm.h"
+#include "guarded_operations.h"
+#include "map_drawing.h"
+#include "map_store.h"
 #include "planner_resources.h"
 #include "planner_session.h"
-#include "translate.h"
+#include "robot_choice.h"
 #include "vorlik/item_types.h"
 
 #include <QAction>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDockWidget>
-#include <QIcon>
 #include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QStatusBar>
-#include <QToolBar>
-
-namespace {
-const char* const MapIcon = ":/resources/collisionmap.svg";
-const char* const LinkIcon = ":/resources/avoidcollision.png";
-
-// Index in "menu-Utilities" before which the menu goes when that menu is full.
-constexpr int UtilitiesMenuLimit = 99;
-
-template <typename Object> void destroyLater(Object*& object)
-{
-    if (object)
-        object->deleteLater();
-    object = nullptr;
-}
-}  // namespace
 
 static void initResources()
 {
@@ -59,6 +47,8 @@ QString PluginAutoPRM::pluginName()
     return QStringLiteral("Zelvane");
 }
 
+// ---------------------------------------------------------------- load and unload
+
 QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, QStatusBar* statusBar_,
                                   HostApi* hostApi_, const QString& settings)
 {
@@ -79,7 +69,7 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
             return session_.get() == own && selectRobot(autoSelect, name);
         };
         session_->setCallbacks(std::move(callbacks));
-        samplePositions_ = makeScopedMatrix();
+        drawing_ = std::make_unique<MapDrawing>();
 
         hostApi = hostApi_;
         mainWindow = mainWindow_;
@@ -93,32 +83,16 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
                 QCoreApplication::translate("PluginAutoPRM", "Vorlik Plugin %1 is being loaded").arg(pluginName()), 0);
 
         initResources();
-
-        actionMap = new QAction(QIcon(MapIcon),
-                                QCoreApplication::translate("PluginAutoPRM", "Create collision-free map"), nullptr);
-        actionLinkSelection = new QAction(
-            QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected targets/programs"), nullptr);
-        actionLinkTargets = new QAction(QIcon(LinkIcon),
-                                        QCoreApplication::translate("PluginAutoPRM", "Link selected targets"), nullptr);
-        actionLinkPrograms = new QAction(
-            QIcon(LinkIcon), QCoreApplication::translate("PluginAutoPRM", "Link selected programs"), nullptr);
-
+        menus_.create(title_, mainWindow, menuBar);
         // Queued: a long operation starts only after the menu click is fully handled.
-        connect(actionMap, &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot, Qt::QueuedConnection);
-        connect(actionLinkSelection, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
+        connect(menus_.mapAction(), &QAction::triggered, this, &PluginAutoPRM::callback_robotpilot,
                 Qt::QueuedConnection);
-        connect(actionLinkTargets, &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
+        connect(menus_.linkSelectionAction(), &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
                 Qt::QueuedConnection);
-        connect(actionLinkPrograms, &QAction::triggered, this, &PluginAutoPRM::callback_join_selprogs,
+        connect(menus_.linkTargetsAction(), &QAction::triggered, this, &PluginAutoPRM::callback_join_seltargets,
                 Qt::QueuedConnection);
-
-        menu = new QMenu(title_);
-        menu->setIcon(QIcon(MapIcon));
-        placeMenu(menuBar);
-
-        qDebug().noquote().nospace() << "Setting up the menu bar";
-        menu->addAction(actionMap);
-        menu->addAction(actionLinkSelection);
+        connect(menus_.linkProgramsAction(), &QAction::triggered, this, &PluginAutoPRM::callback_join_selprogs,
+                Qt::QueuedConnection);
 
         dockWidget = nullptr;
         form = nullptr;
@@ -126,43 +100,11 @@ QString PluginAutoPRM::pluginLoad(QMainWindow* mainWindow_, QMenuBar* menuBar, Q
     });
 }
 
-void PluginAutoPRM::placeMenu(QMenuBar* menuBar)
-{
-    QMenu* utilities = mainWindow ? mainWindow->findChild<QMenu*>(QStringLiteral("menu-Utilities")) : nullptr;
-    if (utilities) {
-        const QList<QAction*> actions = utilities->actions();
-        if (actions.size() <= UtilitiesMenuLimit) {
-            qDebug().noquote().nospace() << "Inserting menu at the end of the utilities menu";
-            utilities->addSeparator();
-            utilities->addMenu(menu);
-        } else {
-            qDebug().noquote().nospace() << "Inserting menu at location " << UtilitiesMenuLimit;
-            utilities->insertMenu(actions.at(UtilitiesMenuLimit), menu);
-        }
-        return;
-    }
-    qDebug().noquote().nospace() << "Adding menu in the main menu";
-    if (menuBar)
-        menuBar->addMenu(menu);
-}
-
 void PluginAutoPRM::pluginLoadToolbar(QMainWindow* window, int iconSize)
 {
     if (!session_ || !window)
         return;
-    guardedEntry(*resources_, hostApi, [&] {
-        toolbar = window->addToolBar(title_);
-        toolbar->setIconSize(QSize(iconSize, iconSize));
-        toolbar->setObjectName(pluginName() + "-Toolbar1");
-        toolbar->addAction(actionMap);
-        toolbar->addAction(actionLinkSelection);
-        toolbar->hide();
-
-        if (QMenu* collisionMenu = window->findChild<QMenu*>(QStringLiteral("toolbar-CollisionMenu"))) {
-            collisionMenu->addAction(actionMap);
-            collisionMenu->addAction(actionLinkSelection);
-        }
-    });
+    guardedEntry(*resources_, hostApi, [&] { menus_.addToolbar(window, title_, pluginName(), iconSize); });
 }
 
 void PluginAutoPRM::pluginUnload()
@@ -181,16 +123,12 @@ void PluginAutoPRM::pluginUnload()
 
 bool PluginAutoPRM::tearDownInterface()
 {
-    destroyLater(menu);
-    destroyLater(toolbar);
+    menus_.discardMenuAndToolbar();
     dockWidget = nullptr;
     form = nullptr;
     const bool formClosed = formDocks_.closeAll(this);
-    destroyLater(actionMap);
-    destroyLater(actionLinkSelection);
-    destroyLater(actionLinkPrograms);
-    destroyLater(actionLinkTargets);
-    samplePositions_.reset();
+    menus_.discardActions();
+    drawing_.reset();
     if (session_) {
         // An operation still running stops at its next step, keeps nothing and
         // lets the session go when it has unwound.
@@ -199,6 +137,8 @@ bool PluginAutoPRM::tearDownInterface()
     }
     return formClosed;
 }
+
+// ---------------------------------------------------------------- host events
 
 void PluginAutoPRM::pluginEvent(int eventCode)
 {
@@ -251,7 +191,7 @@ void PluginAutoPRM::stationOpened()
     session.whenIdle([this, weak] {
         if (!session_ || session_ != weak.lock())
             return;
-        clearMapAndSettings();
+        session_->resetToDefaults();
         session_->forgetMap();  // an empty map too: whose it was belongs to the old station
         loadSettings();
         // An open form chooses a robot for the new station as it does when it
@@ -265,28 +205,152 @@ bool PluginAutoPRM::pluginItemContextMenu(const QList<Item>& items, QMenu* conte
 {
     if (!session_ || !contextMenu || items.isEmpty() || !items.first())
         return false;
-    return guardedEntry(*resources_, hostApi, false, [&] {
-        switch (items.first()->type()) {
-        case ItemType::Target:
-            contextMenu->addAction(actionLinkTargets);
-            return true;
-        case ItemType::Program:
-            contextMenu->addAction(actionLinkPrograms);
-            return true;
-        default:
-            return false;
-        }
-    });
+    return guardedEntry(*resources_, hostApi, false, [&] { return menus_.addToContextMenu(items.first(), contextMenu); });
 }
 
-// Back to the defaults with an empty map and no robot; only when there is a map.
-void PluginAutoPRM::clearMapAndSettings()
+QString PluginAutoPRM::pluginCommand(const QString& command, const QString& value)
 {
-    PlannerSession& session = *session_;
-    if (!session.map().hasSamples())
+    if (!session_)
+        return QString();
+    // The session stays for the whole command, whatever an operation's event loop lets happen.
+    const std::shared_ptr<PlannerSession> session = session_;
+    return guardedEntry(*resources_, hostApi, QString(),
+                        [&] { return CommandLanguage(*session, pluginName()).run(command, value); });
+}
+
+// ---------------------------------------------------------------- persistence and robot choice
+
+bool PluginAutoPRM::loadSettings()
+{
+    return session_ && MapStore(*session_, hostApi, pluginName()).loadSettings();
+}
+
+void PluginAutoPRM::saveSettings()
+{
+    if (session_)
+        MapStore(*session_, hostApi, pluginName()).saveSettings();
+}
+
+void PluginAutoPRM::loadRobotMap()
+{
+    if (session_)
+        MapStore(*session_, hostApi, pluginName()).loadRobotMap();
+}
+
+bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
+{
+    if (!session_)
+        return false;
+    // The session stays while the user picks a robot, whatever happens meanwhile.
+    const std::shared_ptr<PlannerSession> session = session_;
+    return RobotChoice(*session, pluginName()).select(autoSelect, name);
+}
+
+QString PluginAutoPRM::robotName()
+{
+    return session_ ? session_->robotName() : QString();
+}
+
+bool PluginAutoPRM::requireRobot(bool silent)
+{
+    return session_ && session_->requireRobot(silent);
+}
+
+// ---------------------------------------------------------------- operations and slots
+
+void PluginAutoPRM::CalculateMap()
+{
+    if (session_)
+        GuardedOperations(*session_).calculateMap();
+}
+
+bool PluginAutoPRM::AddTargetsToMap(bool silent, bool robotPositionOnly)
+{
+    return session_ && GuardedOperations(*session_).addTargetsToMap(silent, robotPositionOnly);
+}
+
+void PluginAutoPRM::Join_Selection_Smart(bool silent)
+{
+    if (session_)
+        GuardedOperations(*session_).joinSelection(silent);
+}
+
+Item PluginAutoPRM::Join_Selected_Targets(bool silent, Item target1, Item target2)
+{
+    return session_ ? GuardedOperations(*session_).joinTargets(silent, target1, target2) : nullptr;
+}
+
+bool PluginAutoPRM::Join_Programs(bool silent, QList<Item> programs, QString progname_in)
+{
+    return session_ && GuardedOperations(*session_).joinPrograms(silent, programs, progname_in);
+}
+
+Item PluginAutoPRM::Join_Joints(bool silent, const double* jnts1, const double* jnts2, QString progname)
+{
+    if (!session_ || !jnts1 || !jnts2)
+        return nullptr;
+    return GuardedOperations(*session_).joinJoints(silent, jnts1, jnts2, progname);
+}
+
+void PluginAutoPRM::ShowSamples()
+{
+    if (session_)
+        GuardedOperations(*session_).showSamples();
+}
+
+void PluginAutoPRM::RenderMap()
+{
+    if (!session_ || !drawing_)
         return;
-    session.restoreSettings(PlannerSettings());
-    session.setRobot(nullptr);
-    session.forgetMap();
-    emit UpdateForm();
+    guardedEntry(*resources_, hostApi, [this] { drawing_->draw(*session_); });
+}
+
+const RoadmapMatrix* PluginAutoPRM::samplePositions() const
+{
+    return drawing_ ? drawing_->samplePositions() : nullptr;
+}
+
+void PluginAutoPRM::callback_join_seltargets()
+{
+    Join_Selection_Smart(false);
+}
+
+void PluginAutoPRM::callback_join_selprogs()
+{
+    Join_Selection_Smart(false);
+}
+
+// ---------------------------------------------------------------- the form
+
+void PluginAutoPRM::callback_robotpilot()
+{
+    if (session_)
+        guardedEntry(*resources_, hostApi, [this] { openForm(); });
+}
+
+void PluginAutoPRM::openForm()
+{
+    if (dockWidget) {
+        hostApi->showMessage(QStringLiteral("Auto PRM form is already open"), false);
+        // Hidden from the main window's dock menu rather than closed: shown
+        // again where it was, neither raised nor moved.
+        if (!dockWidget->isVisible())
+            dockWidget->show();
+        return;
+    }
+    hostApi->showMessage(QStringLiteral("Opening PRM form..."), false);
+    form = new FormPRM(session_, this, mainWindow);
+    dockWidget = createDock(mainWindow, form, title(), Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea,
+                            Qt::LeftDockWidgetArea, true, true);
+    connect(form, &QObject::destroyed, this, &PluginAutoPRM::callback_robotpilot_closed);
+    formDocks_.add(dockWidget, form);
+}
+
+void PluginAutoPRM::callback_robotpilot_closed()
+{
+    dockWidget = nullptr;
+    form = nullptr;
+    // Unloaded, the plug-in says nothing to the host, whoever invokes the slot.
+    if (session_ && hostApi)
+        hostApi->showMessage(QStringLiteral("Closed robot pilot"), false);
 }

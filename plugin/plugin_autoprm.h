@@ -2,6 +2,7 @@
 #pragma once
 
 #include "form_docks.h"
+#include "plugin_menus.h"
 #include "roadmap_matrix.h"
 #include "vorlik/iappvorlik.h"
 
@@ -12,19 +13,22 @@
 #include <memory>
 
 class FormPRM;
+class MapDrawing;
 class PlannerResources;
 class PlannerSession;
-class QAction;
 class QDockWidget;
-class QMenu;
-class QToolBar;
 
-// The collision-free motion planner as the Vorlik host sees it: one object that
-// owns the menu, toolbar, dock and the planner session (settings, chosen robot,
-// map) of the open station. Every entry point may be reached while an
-// operation runs (its progress dialog runs the event loop) and after an
-// unload; none lets an exception reach the host. The library's entry points
-// and metadata are in plugin_module.cpp.
+// The collision-free motion planner as the Vorlik host sees it: the one object
+// with the host's interface, slots other plug-ins invoke by name and the
+// signal the form listens to. It owns the planner session (settings, chosen
+// robot, map) of the open station, the resources that outlive a load, the
+// menus and the form's dock, and hands the work to the classes of each
+// concern: the command language (CommandLanguage), persistence (MapStore),
+// robot choice (RobotChoice), the operations (GuardedOperations), menus and
+// actions (PluginMenus) and map drawing (MapDrawing). Every entry point may be
+// reached while an operation runs (its progress dialog runs the event loop)
+// and after an unload; none lets an exception reach the host. The library's
+// entry points and metadata are in plugin_module.cpp.
 class PluginAutoPRM : public QObject, public IAppVorlik {
     Q_OBJECT
     Q_INTERFACES(IAppVorlik)
@@ -62,7 +66,7 @@ public:
 
     // The open station's planner state; null before load and after unload.
     PlannerSession* session() const { return session_.get(); }
-    const RoadmapMatrix* samplePositions() const { return samplePositions_.get(); }
+    const RoadmapMatrix* samplePositions() const;
 
 signals:
     void UpdateForm();
@@ -80,34 +84,22 @@ public slots:
     void RenderMap();
 
 private:
-    QString runCommand(const QString& command, const QString& value);
-    QString joinCommand(const QString& command, const QString& value);
-    QString saveCommand(const QString& command, const QString& path);
-    QString settingCommand(const QString& command, const QString& value);
-    void clearMapAndSettings();
     void handleEvent(int eventCode);
     void stationOpened();
     void stationChanged();
-    void placeMenu(QMenuBar* menuBar);
     void openForm();
-    void drawMap();
     // Everything load made goes; true when a form was open and is now closed.
     bool tearDownInterface();
 
     QMainWindow* mainWindow = nullptr;
     QStatusBar* statusBar = nullptr;
     HostApi* hostApi = nullptr;
-    QToolBar* toolbar = nullptr;
-    QMenu* menu = nullptr;
-    QAction* actionMap = nullptr;
-    QAction* actionLinkTargets = nullptr;
-    QAction* actionLinkPrograms = nullptr;
-    QAction* actionLinkSelection = nullptr;
-    QDockWidget* dockWidget = nullptr;
-    FormPRM* form = nullptr;
-    FormDocks formDocks_;
+    PluginMenus menus_;                   // the menu, the toolbar and their actions
+    QDockWidget* dockWidget = nullptr;    // the form's dock, while open
+    FormPRM* form = nullptr;              // the form, while open
+    FormDocks formDocks_;                 // every dock ever opened, closed at unload
     std::shared_ptr<PlannerSession> session_;
-    ScopedMatrix samplePositions_;
+    std::unique_ptr<MapDrawing> drawing_;  // the map in the 3D view, from load to unload
     // The generator, the progress dialog and the operation count, for the
     // object's whole life: maps drawn after an unload and a load go on with
     // the same random sequence, and an operation an unload let go of still

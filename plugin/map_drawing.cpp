@@ -1,10 +1,10 @@
 // Draws the map in the host's 3D view: a segment between the tool positions of
 // every two connected samples.
-#include "plugin_autoprm.h"
+#include "map_drawing.h"
 
 #include "edge_list.h"
-#include "entry_guard.h"
 #include "planner_session.h"
+#include "vorlik/host_api.h"
 #include "roadmap_matrix.h"
 #include "vorlik/item_types.h"
 
@@ -25,19 +25,11 @@ HostItem* carryingMechanism(HostItem* robot)
 }
 }  // namespace
 
-void PluginAutoPRM::RenderMap()
+void MapDrawing::draw(PlannerSession& session)
 {
-    if (!session_ || !samplePositions_)
-        return;
-    guardedEntry(*resources_, hostApi, [this] { drawMap(); });
-}
-
-void PluginAutoPRM::drawMap()
-{
-    const PlannerSession& session = *session_;
     if (!session.settings().displaySamples)
         return;
-    if (!requireRobot(true))
+    if (!session.requireRobot(true))
         return;
     HostItem* robot = session.robot();
     const RoadmapMatrix* samples = session.map().samples();
@@ -80,5 +72,5 @@ void PluginAutoPRM::drawMap()
         std::copy_n(column(samplePositions, b), 3, &points[size_t(6 * k + 3)]);
     }
     const float color[4] = {0.999f, 0.999f, 0.999f, 1.0f};
-    hostApi->drawGeometry(2, points.data(), 2 * edgeTotal, color, 1.0f, 0);
+    session.host()->drawGeometry(2, points.data(), 2 * edgeTotal, color, 1.0f, 0);
 }

@@ -1,28 +1,32 @@
-// Which robot the map is built for, and the guard of robot-bound operations.
-#include "plugin_autoprm.h"
+// Which robot the map is built for.
+#include "robot_choice.h"
 
+#include "map_store.h"
 #include "planner_session.h"
 #include "translate.h"
+#include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
-bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
+#include <QCoreApplication>
+
+bool RobotChoice::select(bool autoSelect, const QString& name)
 {
-    if (!session_)
-        return false;
-    PlannerSession& session = *session_;
+    PlannerSession& session = session_;
+    HostApi* hostApi = session.host();
+    MapStore store(session, hostApi, pluginName_);
     // The running operation's robot stays its robot.
     if (session.busy()) {
         session.refuseWhileBusy(true);
         return session.robot() != nullptr;
     }
-    saveSettings();
+    store.saveSettings();
     session.setRobot(nullptr);
 
     QList<Item> robots;
     hostApi->getItemList(robots, ItemType::Robot);
     if (robots.isEmpty()) {
         hostApi->showMessage(QStringLiteral("Select File-Open to load a robot or a Vorlik station"), false);
-        loadRobotMap();
+        store.loadRobotMap();
         return false;
     }
 
@@ -45,16 +49,6 @@ bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
         hostApi->showMessage(QCoreApplication::translate("PluginAutoPRM", "Robot not available to calculate PRM"),
                              false);
     }
-    loadRobotMap();
+    store.loadRobotMap();
     return found != nullptr;
-}
-
-QString PluginAutoPRM::robotName()
-{
-    return session_ ? session_->robotName() : QString();
-}
-
-bool PluginAutoPRM::requireRobot(bool silent)
-{
-    return session_ && session_->requireRobot(silent);
 }

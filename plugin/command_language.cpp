@@ -1,10 +1,12 @@
 // The text command language through which the host and scripts drive the planner.
-#include "plugin_autoprm.h"
+#include "command_language.h"
 
-#include "entry_guard.h"
+#include "guarded_operations.h"
 #include "matrix_text.h"
 #include "planner_session.h"
+#include "robot_choice.h"
 #include "translate.h"
+#include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
 
 #include <QCoreApplication>
@@ -38,16 +40,14 @@ int truncatedSetting(double value)
 }
 }  // namespace
 
-QString PluginAutoPRM::pluginCommand(const QString& command, const QString& value)
+bool CommandLanguage::selectRobot(bool autoSelect, const QString& name)
 {
-    if (!session_)
-        return QString();
-    return guardedEntry(*resources_, hostApi, QString(), [&] { return runCommand(command, value); });
+    return RobotChoice(session_, pluginName_).select(autoSelect, name);
 }
 
-QString PluginAutoPRM::runCommand(const QString& command, const QString& value)
+QString CommandLanguage::run(const QString& command, const QString& value)
 {
-    PlannerSession& session = *session_;
+    PlannerSession& session = session_;
     qDebug().noquote().nospace() << "Received command: " << command;
     qDebug().noquote().nospace() << "    With value: " << value;
     // While an operation runs its robot is chosen; none is chosen under it.
@@ -57,11 +57,11 @@ QString PluginAutoPRM::runCommand(const QString& command, const QString& value)
     if (startsWith(command, "Join"))
         return joinCommand(command, value);
     if (startsWith(command, "Calc")) {
-        CalculateMap();
+        GuardedOperations(session).calculateMap();
         return QStringLiteral("Done");
     }
     if (startsWith(command, "Add")) {
-        AddTargetsToMap(true, true);
+        GuardedOperations(session).addTargetsToMap(true, true);
         return QStringLiteral("Done");
     }
     if (startsWith(command, "Clear")) {
@@ -69,19 +69,19 @@ QString PluginAutoPRM::runCommand(const QString& command, const QString& value)
             session.refuseWhileBusy(true);
             return PlannerSession::busyText();
         }
-        clearMapAndSettings();
+        session.resetToDefaults();
         session.markChanged();
         return QStringLiteral("Done");
     }
     if (startsWith(command, "SelectRobot")) {
         selectRobot(true, value);
-        return robotName();
+        return session.robotName();
     }
     if (startsWith(command, "Info")) {
         return QStringLiteral("%1-%2-%3")
             .arg(session.map().sampleCount())
             .arg(session.map().edgeCount())
-            .arg(robotName());
+            .arg(session.robotName());
     }
     if (startsWith(command, "Save"))
         return saveCommand(command, value);
@@ -89,8 +89,9 @@ QString PluginAutoPRM::runCommand(const QString& command, const QString& value)
 }
 
 // "Join" links two targets when both names are targets, otherwise every name as a program.
-QString PluginAutoPRM::joinCommand(const QString& command, const QString& value)
+QString CommandLanguage::joinCommand(const QString& command, const QString& value)
 {
+    HostApi* hostApi = session_.host();
     const QStringList commandParts = command.split('=', Qt::SkipEmptyParts);
     const QString requestedName = commandParts.size() >= 2 ? commandParts.at(1) : QString();
     const QStringList names = value.split('|', Qt::KeepEmptyParts);
@@ -98,7 +99,7 @@ QString PluginAutoPRM::joinCommand(const QString& command, const QString& value)
     HostItem* first = hostApi->getItem(names.at(0), ItemType::Target);
     HostItem* second = names.size() >= 2 ? hostApi->getItem(names.at(1), ItemType::Target) : nullptr;
     if (first && second) {
-        HostItem* program = Join_Selected_Targets(true, first, second);
+        HostItem* program = GuardedOperations(session_).joinTargets(true, first, second);
         if (!program)
             return QStringLiteral("Failed");
         if (!requestedName.isEmpty())
@@ -115,17 +116,18 @@ QString PluginAutoPRM::joinCommand(const QString& command, const QString& value)
             return QStringLiteral("Failed. Invalid program: ") + name;
         programs << program;
     }
-    return Join_Programs(true, programs, requestedName) ? QStringLiteral("Success") : QStringLiteral("Failed");
+    return GuardedOperations(session_).joinPrograms(true, programs, requestedName) ? QStringLiteral("Success")
+                                                                                    : QStringLiteral("Failed");
 }
 
 // "Save" writes the samples, "SaveMap" the graph, as comma-separated text.
-QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
+QString CommandLanguage::saveCommand(const QString& command, const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return QCoreApplication::translate("PluginAutoPRM", "Unable to open file for writting: ") + path;
     QTextStream stream(&file);
-    const RobotMap& map = session_->map();
+    const RobotMap& map = session_.map();
     if (command.contains(QLatin1String("Map"), Qt::CaseInsensitive))
         writeGraphText(stream, map.graph(), true);
     else
@@ -137,9 +139,9 @@ QString PluginAutoPRM::saveCommand(const QString& command, const QString& path)
 
 // "Samples", "Edges", "NewNodeEdges", "Display", "Shortcut", "GrowMap",
 // "CheckRoutes", and any other keyword with a number.
-QString PluginAutoPRM::settingCommand(const QString& command, const QString& value)
+QString CommandLanguage::settingCommand(const QString& command, const QString& value)
 {
-    PlannerSession& session = *session_;
+    PlannerSession& session = session_;
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     const bool grow = startsWith(command, "GrowMap");
@@ -174,7 +176,7 @@ QString PluginAutoPRM::settingCommand(const QString& command, const QString& val
         settings.checkRoutes = number > 0.0;
     session.changeSettings(settings);
     if (display)
-        hostApi->update(1);
-    emit UpdateForm();
+        session.host()->update(1);
+    session.notifyChanged();
     return QStringLiteral("OK");
 }

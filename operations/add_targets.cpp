@@ -38,7 +38,7 @@ Insertion insertIntoMap(OperationScope& operation, const JointVector& joints, co
     const int samplesBefore = map.sampleCount();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
     *edgesMade = NodeInserter(checker, operation.session().progress())
-                     .insert(configuration, map.samples(), map.graph(), parameters, map.samples(), map.graph())
+                     .insert(configuration, map.roadmap(), parameters)
                      .edgesMade;
     Insertion outcome = Insertion::Isolated;
     if (map.sampleCount() == samplesBefore)

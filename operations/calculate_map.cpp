@@ -104,7 +104,7 @@ bool canCompute(PlannerSession& session, HostItem* robot)
 void commitWorkMap(OperationScope& operation, HostItem* robot)
 {
     RobotMap& work = operation.workMap();
-    operation.map().takeSamplesAndGraph(work.samples(), *work.graph());
+    operation.map().roadmap() = work.roadmap();
     operation.map().setRobot(robot);
 }
 
@@ -140,7 +140,7 @@ void computeMap(OperationScope& operation)
     RobotMap& work = operation.workMap();
     HostCollisionChecker checker(host, robot);
     RoadmapBuilder(checker, session.progress(), session.resources().random())
-        .build(parameters, seeds.get(), work.samples(), work.graph());
+        .build(parameters, seeds.get(), work.roadmap());
     seeds.reset();
     session.robotStillThere();
 

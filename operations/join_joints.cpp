@@ -42,10 +42,10 @@ void insertQueryNode(OperationScope& operation, const double* joints, const Plan
     RobotMap& map = operation.map();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
     const InsertedNode inserted = NodeInserter(checker, operation.session().progress())
-                                      .insert(configurationFrom(joints), map.samples(), map.graph(), parameters,
-                                              map.samples(), map.graph());
+                                      .insert(configurationFrom(joints), map.roadmap(), parameters);
     *edgesMade = inserted.edgesMade;
-    *nodeIndex = inserted.nodeNumber;
+    // The route counts nodes from 1.
+    *nodeIndex = inserted.node < 0 ? -1 : inserted.node + 1;
 }
 
 // Configurations that are not numbers, or a map with no room for two more

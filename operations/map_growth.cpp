@@ -41,7 +41,7 @@ int MapGrowth::growRound(OperationScope& operation)
     const int before = grown_;
     HostCollisionChecker checker(session.host(), session.robot());
     RoadmapBuilder builder(checker, progress, session.resources().random());
-    const int added = builder.grow(session.settings().parameters(), round, map.samples(), map.graph(),
+    const int added = builder.grow(session.settings().parameters(), round, map.roadmap(),
                                   [&progress, limit, before, this](int sample) {
                                       progress.setHeadline(
                                           QCoreApplication::translate(

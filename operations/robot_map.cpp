@@ -1,17 +1,10 @@
-// A robot's map: emptying it, taking a computed one.
+// A robot's map: emptying it.
 #include "robot_map.h"
 
-RobotMap::RobotMap() : samples_(makeScopedMatrix()), route_(makeScopedMatrix()) {}
+RobotMap::RobotMap() : route_(makeScopedMatrix()) {}
 
 void RobotMap::clear()
 {
-    setSize(samples_.get(), 0, 0);
-    graph_.clear();
+    roadmap_.clear();
     setSize(route_.get(), 0, 0);
-}
-
-void RobotMap::takeSamplesAndGraph(const RoadmapMatrix* samples, const RoadmapGraph& graph)
-{
-    graph_ = graph;
-    copyMatrix(samples, samples_.get());
 }

@@ -46,14 +46,14 @@ bool repairRoute(OperationScope& operation, int start, int end, int* removed)
     int to = 0;
     while (!operation.abandoned() && firstRefusedMove(checker, map, &from, &to)) {
         qDebug().noquote().nospace() << "Route move refused by the cell: nodes " << from + 1 << " and " << to + 1;
-        RoadmapGraph* graph = map.graph();
-        if (from < 0 || to < 0 || from >= graph->nodeCount() || to >= graph->nodeCount() || from == to
-            || graph->length(from, to) <= 0.0)
+        Roadmap& roadmap = map.roadmap();
+        if (from < 0 || to < 0 || from >= roadmap.nodeCount() || to >= roadmap.nodeCount() || from == to
+            || roadmap.graph().length(from, to) <= 0.0)
             return false;  // no edge of the map to take out: the route cannot be trusted
-        graph->setLength(from, to, 0.0);
+        roadmap.join(from, to, 0.0);
         ++*removed;
         double cost = NoPathCost;
-        shortestPath(graph, end, start, &cost, map.route());
+        shortestPath(&roadmap.graph(), end, start, &cost, map.route());
         if (cost >= NoPathCost)
             return false;
     }

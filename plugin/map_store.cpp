@@ -240,9 +240,14 @@ void MapStore::loadRobotMap()
     }
     qDebug().noquote().nospace() << "Loading robot settings...";
     QString problem;
-    if (decodeRobotMap(bytes, jointCountOf(robot), map.samples(), map.graph(), map.route(), &problem)) {
+    ScopedMatrix samples = makeScopedMatrix();
+    RoadmapGraph graph;
+    const bool decoded = decodeRobotMap(bytes, jointCountOf(robot), samples.get(), &graph, map.route(), &problem);
+    // The reader takes only what a roadmap holds.
+    if (map.roadmap().assign(std::move(samples), std::move(graph)) && decoded) {
         map.setRobot(robot);
     } else {
+        map.clear();
         // Not used, and not written over: the record stays until a new map is computed.
         qDebug().noquote().nospace() << "Stored map not loaded: " << problem;
         host_->showMessage(QCoreApplication::translate(

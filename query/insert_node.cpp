@@ -4,8 +4,7 @@
 #include "collision_checker.h"
 #include "nearest_samples.h"
 #include "progress_steps.h"
-#include "roadmap_graph.h"
-#include "roadmap_matrix.h"
+#include "roadmap.h"
 
 #include <algorithm>
 #include <climits>
@@ -49,70 +48,61 @@ void NodeInserter::setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strat
     neighbours_ = std::move(strategy);
 }
 
-InsertedNode NodeInserter::insert(Configuration configuration, const RoadmapMatrix* samples,
-                                  const RoadmapGraph* graph, const PlannerParameters& parameters,
-                                  RoadmapMatrix* samplesOut, RoadmapGraph* graphOut)
+InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& roadmap,
+                                  const PlannerParameters& parameters)
 {
     InsertedNode inserted;
-    const int jointCount = rows(samples);
-    const int sampleCount = columns(samples);
+    const int jointCount = roadmap.jointCount();
+    const int sampleCount = roadmap.sampleCount();
     if (sampleCount < 1) {
-        setSize(samplesOut, 0, 0);
-        graphOut->clear();
+        roadmap.clear();
         return inserted;
     }
 
     int batch = std::min(FirstBatch, sampleCount);
     std::vector<NeighbourStrategy::Candidate> candidates =
-        neighbours_->nearest(samples, sampleCount, configuration.data(), jointCount, batch);
+        neighbours_->nearest(roadmap.samples(), sampleCount, configuration.data(), jointCount, batch);
     const NeighbourStrategy::Candidate nearest = candidates.front();
-
-    if (samplesOut != samples)
-        copyMatrix(samples, samplesOut);
-    if (graphOut != graph)
-        *graphOut = *graph;
 
     // Within one robot step of a sample the configuration is that sample. The
     // edges-per-sample setting is reported as the edge count, so that callers
     // judge a reused node a success.
     if (parameters[PlannerParameter::RobotStep] >= nearest.distance) {
-        inserted.nodeNumber = nearest.index + 1;
+        inserted.node = nearest.index;
         inserted.edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
         return inserted;
     }
 
-    const int side = graphOut->nodeCount();
-    graphOut->addNode();
-    inserted.nodeNumber = incrementSaturated(side);
+    const int side = roadmap.addNode();
+    inserted.node = side;
 
     // Nearest first: usually only a few are tried.
     const JointVector node(configuration.data(), jointCount);
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
         if (showConnectProgress(progress_, k + 1, sampleCount, edges)) {
-            // Cancelled: samplesOut stays without the node; callers abandon the query.
+            // Cancelled: the new node stays without its sample; callers abandon the query.
             inserted.edgesMade = edges;
             return inserted;
         }
         if (k == batch) {
             batch = static_cast<int>(std::min<long long>(2LL * batch, sampleCount));
-            candidates = neighbours_->nearest(samples, sampleCount, configuration.data(), jointCount, batch);
+            candidates = neighbours_->nearest(roadmap.samples(), sampleCount, configuration.data(), jointCount, batch);
         }
         const NeighbourStrategy::Candidate candidate = candidates[static_cast<size_t>(k)];
-        if (checker_.jointMove(node, JointVector(column(samples, candidate.index), jointCount)) != 0)
+        if (checker_.jointMove(node, JointVector(roadmap.sample(candidate.index), jointCount)) != 0)
             continue;
         edges = incrementSaturated(edges);
         // The node's edges go to index N, which after a cancelled insertion is
         // that earlier node's.
         if (sampleCount <= side)
-            graphOut->setLength(candidate.index, sampleCount, candidate.distance);
+            roadmap.join(candidate.index, sampleCount, candidate.distance);
         if (edges >= parameters[PlannerParameter::NewNodeEdges])
             break;
     }
 
     // Appended even without edges: an isolated node, which the caller reports.
-    setSize(samplesOut, jointCount, sampleCount + 1);
-    std::copy(configuration.begin(), configuration.begin() + jointCount, column(samplesOut, sampleCount));
+    roadmap.appendSample(configuration.data());
     inserted.edgesMade = edges;
     return inserted;
 }

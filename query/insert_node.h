@@ -9,12 +9,11 @@
 class CollisionChecker;
 class NeighbourStrategy;
 class PlannerProgress;
-class RoadmapGraph;
-struct RoadmapMatrix;
+class Roadmap;
 
 // What an insertion made: the node and how many edges joined it.
 struct InsertedNode {
-    int nodeNumber = -1;  // 1-based node, as the stored route counts; -1 for an empty roadmap
+    int node = -1;       // 0-based; -1 for an empty roadmap
     int edgesMade = 0;    // edges joining a new node; K when an existing sample was reused
 };
 
@@ -32,14 +31,12 @@ public:
     // Replaces how the nearest samples are found (the same order, faster).
     void setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy);
 
-    // Makes `configuration` a node of the roadmap. Within one robot step (L1)
-    // of its nearest sample it reuses that sample; otherwise it is appended and
-    // linked to the nearest samples whose joint move is free, until
-    // NewNodeEdges edges are made. Results go to samplesOut/graphOut, which may
-    // be the input map itself: the node is then appended in place, in time
-    // linear in the samples and without copying the map.
-    InsertedNode insert(Configuration configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
-                        const PlannerParameters& parameters, RoadmapMatrix* samplesOut, RoadmapGraph* graphOut);
+    // Makes `configuration` a node of the roadmap, in place. Within one robot
+    // step (L1) of its nearest sample it reuses that sample; otherwise it is
+    // appended and linked to the nearest samples whose joint move is free,
+    // until NewNodeEdges edges are made. A cancel leaves the new node without
+    // its sample (and so the graph a node ahead of the samples).
+    InsertedNode insert(const Configuration& configuration, Roadmap& roadmap, const PlannerParameters& parameters);
 
 private:
     CollisionChecker& checker_;  // the robot and its cell

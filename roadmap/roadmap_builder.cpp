@@ -5,20 +5,12 @@
 #include "free_configuration.h"
 #include "nearest_samples.h"
 #include "progress_steps.h"
-#include "roadmap_graph.h"
-#include "roadmap_matrix.h"
+#include "roadmap.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-// Keeps the first `keep` samples and the edges among them.
-void truncateRoadmap(RoadmapMatrix* samples, RoadmapGraph* graph, int keep)
-{
-    graph->resize(keep);
-    setSize(samples, rows(samples), keep);
-}
-
 // How many of the nearest older samples a new sample is tried against: every
 // m with m < min(K, olderCount), K the edges-per-sample setting.
 int candidateCount(double edgesPerSample, int olderCount)
@@ -40,68 +32,64 @@ void RoadmapBuilder::setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> str
     neighbours_ = std::move(strategy);
 }
 
-bool RoadmapBuilder::joinToOlder(const PlannerParameters& parameters, RoadmapMatrix* samples, RoadmapGraph* graph,
-                                 int k, const std::function<bool()>& stop, long long* edgeCount)
+bool RoadmapBuilder::joinToOlder(const PlannerParameters& parameters, Roadmap& roadmap, int k,
+                                 const std::function<bool()>& stop, long long* edgeCount)
 {
-    const int jointCount = rows(samples);
-    const double* sample = column(samples, k);
+    const int jointCount = roadmap.jointCount();
+    const RoadmapMatrix* samples = roadmap.samples();
+    const double* sample = roadmap.sample(k);
     const JointVector newSample(sample, jointCount);
     // Only the K nearest are tried; a blocked one is not replaced by the next.
     const int tried = candidateCount(parameters[PlannerParameter::Edges], k);
     for (const NeighbourStrategy::Candidate& candidate : neighbours_->nearest(samples, k, sample, jointCount, tried)) {
         if (stop())
             return true;
-        if (checker_.jointMove(newSample, JointVector(column(samples, candidate.index), jointCount)) == 0) {
+        if (checker_.jointMove(newSample, JointVector(roadmap.sample(candidate.index), jointCount)) == 0) {
             ++*edgeCount;
-            graph->setLength(k, candidate.index, candidate.distance);
+            roadmap.join(k, candidate.index, candidate.distance);
         }
     }
     return false;
 }
 
-void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
-                           RoadmapGraph* graph)
+void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, Roadmap& roadmap)
 {
     FreeConfigurationSearch search(checker_, progress_, random_, seeds);
     const int jointCount = search.jointCount();
     Configuration configuration{};
 
     if (!search.next(configuration)) {
-        setSize(samples, 0, 0);
-        graph->clear();
+        roadmap.clear();
         return;
     }
 
     const int sampleTotal = static_cast<int>(parameters[PlannerParameter::Samples]);
-    setSize(samples, jointCount, sampleTotal);
-    fillZero(samples);
+    roadmap.reset(jointCount, sampleTotal);
     if (sampleTotal > 0)
-        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, 0));
-    graph->clear();
-    graph->resize(sampleTotal);
+        roadmap.setSample(0, configuration.data());
     long long edgeCount = 0;
 
     for (int k = 1; k < sampleTotal; ++k) {
         if (!search.next(configuration)) {
-            truncateRoadmap(samples, graph, k);
+            roadmap.truncate(k);
             return;
         }
-        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, k));
+        roadmap.setSample(k, configuration.data());
         const auto cancelled = [&] { return showSampleProgress(progress_, k + 1, sampleTotal, edgeCount); };
-        if (joinToOlder(parameters, samples, graph, k, cancelled, &edgeCount)) {
-            truncateRoadmap(samples, graph, k + 1);
+        if (joinToOlder(parameters, roadmap, k, cancelled, &edgeCount)) {
+            roadmap.truncate(k + 1);
             return;
         }
     }
 }
 
-int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, RoadmapMatrix* samples,
-                         RoadmapGraph* graph, const std::function<bool(int added)>& added)
+int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, Roadmap& roadmap,
+                         const std::function<bool(int added)>& added)
 {
     const RoadmapMatrix* noSeeds = nullptr;
     FreeConfigurationSearch search(checker_, progress_, random_, noSeeds);
     const int jointCount = search.jointCount();
-    if (rows(samples) != jointCount || graph->nodeCount() != columns(samples) || columns(samples) < 1)
+    if (roadmap.jointCount() != jointCount || roadmap.nodeCount() != roadmap.sampleCount() || !roadmap.hasSamples())
         return 0;
     Configuration configuration{};
     long long edgeCount = 0;
@@ -109,11 +97,9 @@ int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, Roadmap
     for (int n = 0; n < count; ++n) {
         if (!search.next(configuration))
             return n;
-        const int k = columns(samples);
-        setSize(samples, jointCount, k + 1);
-        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, k));
-        graph->addNode();
-        if (joinToOlder(parameters, samples, graph, k, [&] { return added(n + 1); }, &edgeCount))
+        const int k = roadmap.addNode();
+        roadmap.appendSample(configuration.data());
+        if (joinToOlder(parameters, roadmap, k, [&] { return added(n + 1); }, &edgeCount))
             return n + 1;
     }
     return count;

@@ -10,7 +10,7 @@ class CollisionChecker;
 class MersenneTwister;
 class NeighbourStrategy;
 class PlannerProgress;
-class RoadmapGraph;
+class Roadmap;
 struct RoadmapMatrix;
 
 // Builds and grows the roadmap of one robot: free samples, each joined to up
@@ -29,20 +29,18 @@ public:
     // Replaces how the nearest older samples are found (the same order, faster).
     void setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strategy);
 
-    // Builds N samples (parameters[Samples]) into `samples` (J x N), the
-    // seeds (J x S, may be null) first, and links each new sample to up to K
-    // (parameters[Edges]) nearest older ones in `graph` (N nodes). A cancel
-    // leaves the completed samples and their edges.
-    void build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, RoadmapMatrix* samples,
-               RoadmapGraph* graph);
+    // Builds `roadmap` anew: N samples (parameters[Samples]), the seeds (J x
+    // S, may be null) first, each new one joined to up to K (parameters[Edges])
+    // nearest older ones. A cancel leaves the completed samples and their edges.
+    void build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, Roadmap& roadmap);
 
-    // Adds up to `count` samples to a map of N samples whose graph has N
-    // nodes, by the same rule (the random sequence continuing; no seeds).
-    // `added(n)` is asked before each candidate edge of the n-th new sample;
-    // true cancels, and the samples added so far stay with their edges. The
-    // samples added; 0 when the graph does not match the samples (nodes of a
-    // cancelled insertion beyond them) or the joint count is not the robot's.
-    int grow(const PlannerParameters& parameters, int count, RoadmapMatrix* samples, RoadmapGraph* graph,
+    // Adds up to `count` samples to a roadmap of N samples and N nodes, by
+    // the same rule (the random sequence continuing; no seeds). `added(n)` is
+    // asked before each candidate edge of the n-th new sample; true cancels,
+    // and the samples added so far stay with their edges. The samples added;
+    // 0 when the graph has nodes beyond the samples (cancelled insertions'),
+    // the roadmap is empty, or its joint count is not the robot's.
+    int grow(const PlannerParameters& parameters, int count, Roadmap& roadmap,
              const std::function<bool(int added)>& added);
 
 private:
@@ -54,6 +52,6 @@ private:
     // Joins the new sample k to up to K of samples 0 .. k - 1 whose joint move
     // is free; `stop` is asked before each candidate, and true ends it. True
     // when stopped.
-    bool joinToOlder(const PlannerParameters& parameters, RoadmapMatrix* samples, RoadmapGraph* graph, int k,
-                     const std::function<bool()>& stop, long long* edgeCount);
+    bool joinToOlder(const PlannerParameters& parameters, Roadmap& roadmap, int k, const std::function<bool()>& stop,
+                     long long* edgeCount);
 };

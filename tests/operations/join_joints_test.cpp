@@ -266,9 +266,9 @@ TEST_F(JoinJointsTest, RouteThroughANodeWithoutSampleDeletesTheProgram)
     // insertion leaves it; the only way from sample 1 to 3 leads through it.
     setMap({{0, 0}, {10, 0}, {20, 0}}, {});
     session.editMap([](RobotMap& map) {
-        map.graph()->resize(4);
-        map.graph()->setLength(0, 3, 1.0);
-        map.graph()->setLength(2, 3, 1.0);
+        map.roadmap().addNode();
+        map.roadmap().join(0, 3, 1.0);
+        map.roadmap().join(2, 3, 1.0);
     });
     StationItem* old = station.addStationProgram("Link", robot, {});
 

@@ -47,17 +47,15 @@ protected:
         const int jointCount = configurations.empty() ? 0 : static_cast<int>(configurations[0].size());
         const int count = static_cast<int>(configurations.size());
         session.editMap([&](RobotMap& map) {
-            setSize(map.samples(), jointCount, count);
+            Roadmap& roadmap = map.roadmap();
+            roadmap.reset(jointCount, count);
             for (int c = 0; c < count; ++c)
-                for (int r = 0; r < jointCount; ++r)
-                    at(map.samples(), r, c) = configurations[c][r];
-            map.graph()->clear();
-            map.graph()->resize(count);
+                roadmap.setSample(c, configurations[c].data());
             for (const auto& edge : edges) {
                 double length = 0.0;
                 for (int r = 0; r < jointCount; ++r)
                     length += std::abs(configurations[edge.first - 1][r] - configurations[edge.second - 1][r]);
-                map.graph()->setLength(edge.first - 1, edge.second - 1, length);
+                roadmap.join(edge.first - 1, edge.second - 1, length);
             }
             map.setRobot(robot);
         });

@@ -60,12 +60,12 @@ TEST_F(Commands, InfoWithoutRobot)
 TEST_F(Commands, InfoCountsSamplesAndEdges)
 {
     setRobot(addRobot("Arm1"));
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 3);
-        m.graph()->clear();
-        m.graph()->resize(3);
-        m.graph()->setLength(0, 1, 2.0);
-        m.graph()->setLength(1, 2, 3.0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 3);
+        graph->clear();
+        graph->resize(3);
+        graph->setLength(0, 1, 2.0);
+        graph->setLength(1, 2, 3.0);
     });
     EXPECT_EQ(plugin->pluginCommand("info", ""), "3-2-Arm1");
 }
@@ -152,10 +152,10 @@ TEST_F(Commands, ClearWithMapRestoresDefaultsAndForgetsRobot)
     addRobot("Arm1");
     plugin->pluginCommand("Samples", "42");
     plugin->pluginCommand("Display", "1");
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 2);
-        m.graph()->resize(2);
-        setSize(m.route(), 1, 2);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 2);
+        graph->resize(2);
+        setSize(route, 1, 2);
     });
     EXPECT_EQ(plugin->pluginCommand("Clear", ""), "Done");
     EXPECT_EQ(settings().samples, 100);
@@ -182,15 +182,15 @@ TEST_F(Commands, SelectRobotWithoutRobotsRepliesEmpty)
 TEST_F(Commands, SaveWritesSamplesAndSaveMapTheGraph)
 {
     setRobot(addRobot("Arm1"));
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 2, 2);
-        m.samples()->values[0] = 1;
-        m.samples()->values[1] = 2;
-        m.samples()->values[2] = 3;
-        m.samples()->values[3] = 4.5;
-        m.graph()->clear();
-        m.graph()->resize(2);
-        m.graph()->setLength(0, 1, 3.25);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 2, 2);
+        samples->values[0] = 1;
+        samples->values[1] = 2;
+        samples->values[2] = 3;
+        samples->values[3] = 4.5;
+        graph->clear();
+        graph->resize(2);
+        graph->setLength(0, 1, 3.25);
     });
     QTemporaryDir dir;
     const QString samplesPath = dir.filePath("samples.txt");

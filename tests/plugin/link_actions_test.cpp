@@ -20,11 +20,11 @@ protected:
         robot = addRobot("Arm1");
         setRobot(robot);
         // A map exists, so that no join computes one first.
-        editMap([&](RobotMap& m) {
-            setSize(m.samples(), 3, 1);
-            fillZero(m.samples());
-            m.graph()->clear();
-            m.graph()->resize(1);
+        editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+            setSize(samples, 3, 1);
+            fillZero(samples);
+            graph->clear();
+            graph->resize(1);
         });
         target = host.addItem(ItemType::Target, "T1", robot);
         program = host.addItem(ItemType::Program, "P1", robot);

@@ -95,6 +95,19 @@ protected:
         OperationScope scope(session(), true);
         edit(scope.map());
     }
+    // Lays out the map's matrices by hand: its samples, graph and route as
+    // they are, changed by `edit`, then given back to the map (which takes
+    // only what a stored map may hold).
+    void editLayout(const std::function<void(RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route)>& edit)
+    {
+        editMap([&](RobotMap& m) {
+            ScopedMatrix samples = makeScopedMatrix();
+            copyMatrix(m.samples(), samples.get());
+            RoadmapGraph graph = *m.graph();
+            edit(samples.get(), &graph, m.route());
+            m.roadmap().assign(std::move(samples), std::move(graph));
+        });
+    }
     // Chooses the robot, with the map in hand as its map.
     void setRobot(HostItem* robot)
     {

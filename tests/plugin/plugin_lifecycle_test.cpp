@@ -165,8 +165,8 @@ TEST_F(LoadedPlugin, StationOpenedWithMapClearsSettingsFirst)
     FakeRobot* robot = addRobot("Arm1");
     setRobot(robot);
     setSettings([](PlannerSettings& s) { s.edgesPerSample = 3; });
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 2);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 2);
     });
     plugin->pluginEvent(4);
     EXPECT_EQ(settings().edgesPerSample, 25);

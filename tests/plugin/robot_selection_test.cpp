@@ -50,8 +50,8 @@ TEST_F(RobotSelection, NamedRobotIsChosen)
 TEST_F(RobotSelection, CancelledPickLeavesNoRobotAndAnEmptyMap)
 {
     addRobot("A");
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 5);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 5);
     });
     host.pickAnswers = {nullptr};
     EXPECT_FALSE(plugin->selectRobot(false, QString()));
@@ -108,14 +108,14 @@ TEST_F(RobotSelection, MapWithoutEdgesDrawsNoSegmentsButFillsPositions)
 {
     setRobot(addRobot("A"));
     setSettings([](PlannerSettings& s) { s.displaySamples = true; });
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 2);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 2);
     });
     const double values[] = {1, 2, 3, 4, 5, 6};
-    editMap([&](RobotMap& m) {
-        std::copy(values, values + 6, m.samples()->values);
-        m.graph()->clear();
-        m.graph()->resize(2);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        std::copy(values, values + 6, samples->values);
+        graph->clear();
+        graph->resize(2);
     });
     plugin->RenderMap();
     EXPECT_EQ(host.drawCalls, 1);
@@ -130,16 +130,16 @@ TEST_F(RobotSelection, EdgesBecomeSegmentsBetweenToolPositions)
 {
     setRobot(addRobot("A"));
     setSettings([](PlannerSettings& s) { s.displaySamples = true; });
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 3);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 3);
     });
     for (int i = 0; i < 9; ++i)
-        editMap([&](RobotMap& m) {
-            m.samples()->values[i] = i;
-        m.graph()->clear();
-        m.graph()->resize(3);
-        m.graph()->setLength(0, 2, 5.0);
-        m.graph()->setLength(1, 2, 4.0);
+        editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+            samples->values[i] = i;
+        graph->clear();
+        graph->resize(3);
+        graph->setLength(0, 2, 5.0);
+        graph->setLength(1, 2, 4.0);
         });
     plugin->RenderMap();
     EXPECT_EQ(host.lastDrawPointCount, 4);
@@ -153,13 +153,13 @@ TEST_F(RobotSelection, RobotOnRailIsDrawnFromTheRailsPlacement)
     robot->setParent(&rail);
     setRobot(robot);
     setSettings([](PlannerSettings& s) { s.displaySamples = true; });
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 1);
-        m.samples()->values[0] = 1;
-        m.samples()->values[1] = 2;
-        m.samples()->values[2] = 3;
-        m.graph()->clear();
-        m.graph()->resize(1);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 1);
+        samples->values[0] = 1;
+        samples->values[1] = 2;
+        samples->values[2] = 3;
+        graph->clear();
+        graph->resize(1);
     });
 
     LogCapture log;

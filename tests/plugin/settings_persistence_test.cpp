@@ -131,12 +131,12 @@ TEST_F(Persistence, MapRecordDecodesMatrixByMatrix)
 {
     FakeRobot* robot = addRobot("Arm1");
     setRobot(robot);
-    editMap([&](RobotMap& m) {
-        fill(m.samples(), 2, 3, 1.0);
-        m.graph()->resize(3);
-        m.graph()->setLength(0, 1, 2.5);
-        m.graph()->setLength(2, 1, 0.75);
-        setSize(m.route(), 0, 0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        fill(samples, 2, 3, 1.0);
+        graph->resize(3);
+        graph->setLength(0, 1, 2.5);
+        graph->setLength(2, 1, 0.75);
+        setSize(route, 0, 0);
     });
     session().markChanged();
     plugin->saveSettings();
@@ -190,8 +190,8 @@ TEST_F(Persistence, SavingTwiceWritesOnce)
 TEST_F(Persistence, EmptyRobotRecordLeavesMapEmptyAndLogsNothing)
 {
     setRobot(addRobot("Arm1"));
-    editMap([&](RobotMap& m) {
-        fill(m.samples(), 3, 4, 2.0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        fill(samples, 3, 4, 2.0);
     });
     host.dataParams["Zelvane-Rob Arm1"] = QByteArray();
     LogCapture log;
@@ -222,12 +222,12 @@ TEST_F(Persistence, LargeMapRoundTripsElementByElement)
 {
     FakeRobot* robot = addRobot("Arm1", 6);
     setRobot(robot);
-    editMap([&](RobotMap& m) {
-        fill(m.samples(), 6, 250, 3.0);
-        fillGraph(m.graph(), 250, 7, 0.5);
-        setSize(m.route(), 1, 12);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        fill(samples, 6, 250, 3.0);
+        fillGraph(graph, 250, 7, 0.5);
+        setSize(route, 1, 12);
         for (int i = 0; i < 12; ++i)
-            m.route()->values[i] = 7 + 19 * i;
+            route->values[i] = 7 + 19 * i;
     });
     ScopedMatrix samples = makeScopedMatrix();
     ScopedMatrix graph = makeScopedMatrix();
@@ -238,9 +238,7 @@ TEST_F(Persistence, LargeMapRoundTripsElementByElement)
 
     session().markChanged();
     plugin->saveSettings();
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 0, 0);
-    });
+    editLayout([&](RoadmapMatrix* heldSamples, RoadmapGraph*, RoadmapMatrix*) { setSize(heldSamples, 0, 0); });
     setRobot(nullptr);
     ASSERT_TRUE(plugin->loadSettings());
     EXPECT_EQ(session().robot(), robot);
@@ -268,7 +266,7 @@ TEST_F(Persistence, StoredRobotThatIsGoneFallsBackToTheFirstWithItsOwnMap)
         stream << qint32(60) << qint32(8) << 3.0 << qint32(4) << false << QString("Gone");
     }
     host.dataParams["Zelvane"] = bytes;
-    editMap([&](RobotMap& m) { fill(m.samples(), 3, 2, 1.0); });
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) { fill(samples, 3, 2, 1.0); });
     EXPECT_TRUE(plugin->loadSettings());
     EXPECT_EQ(session().robot(), first);
     EXPECT_EQ(settings().samples, 60);
@@ -284,14 +282,14 @@ TEST_F(Persistence, SwitchingRobotsKeepsOneMapPerRobot)
     addRobot("Arm1");
     addRobot("Arm2");
     ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));
-    editMap([&](RobotMap& m) {
-        fill(m.samples(), 3, 4, 1.0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        fill(samples, 3, 4, 1.0);
     });
     session().markChanged();
     ASSERT_TRUE(plugin->selectRobot(true, "Arm2"));
     EXPECT_EQ(columns(map().samples()), 0);
-    editMap([&](RobotMap& m) {
-        fill(m.samples(), 3, 7, 2.0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        fill(samples, 3, 7, 2.0);
     });
     session().markChanged();
     ASSERT_TRUE(plugin->selectRobot(true, "Arm1"));

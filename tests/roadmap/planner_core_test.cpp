@@ -5,9 +5,8 @@
 #include "insert_node.h"
 #include "planner_progress.h"
 #include "random_generator.h"
+#include "roadmap.h"
 #include "roadmap_builder.h"
-#include "roadmap_graph.h"
-#include "roadmap_matrix.h"
 #include "shortest_path.h"
 
 #include <gtest/gtest.h>
@@ -105,16 +104,16 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
     // N = 80 samples, K = 8 edges each, 3 edges for an inserted node, robot step 4.
     const PlannerParameters parameters = {0.0, 80.0, 8.0, 3.0, 4.0};
 
-    ScopedMatrix samples = makeScopedMatrix();
-    RoadmapGraph graphOwner;
-    RoadmapGraph* graph = &graphOwner;
-    RoadmapBuilder(checker, progress, random).build(parameters, nullptr, samples.get(), graph);
-    ASSERT_EQ(rows(samples.get()), 2);
-    ASSERT_EQ(columns(samples.get()), 80);
+    Roadmap roadmap;
+    RoadmapBuilder(checker, progress, random).build(parameters, nullptr, roadmap);
+    const RoadmapMatrix* samples = roadmap.samples();
+    const RoadmapGraph* graph = &roadmap.graph();
+    ASSERT_EQ(rows(samples), 2);
+    ASSERT_EQ(columns(samples), 80);
     EXPECT_EQ(graph->nodeCount(), 80);
     EXPECT_GT(graph->edgeCount(), 80);
     for (int c = 0; c < 80; ++c)
-        EXPECT_FALSE(WallChecker::inWall(at(samples.get(), 0, c), at(samples.get(), 1, c))) << "sample " << c;
+        EXPECT_FALSE(WallChecker::inWall(at(samples, 0, c), at(samples, 1, c))) << "sample " << c;
     EXPECT_GT(random.outputsDrawn(), 0u);
     EXPECT_GE(checker.collisionTests, 80);
     EXPECT_EQ(progress.lastValue, 100);
@@ -122,20 +121,19 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
     EXPECT_TRUE(progress.headlines.last().startsWith("Calculating collision map:<br>Samples: 80/80 Edges: "));
 
     NodeInserter inserter(checker, progress);
-    const InsertedNode start =
-        inserter.insert(configuration(-80, -60), samples.get(), graph, parameters, samples.get(), graph);
-    const InsertedNode goal =
-        inserter.insert(configuration(80, -60), samples.get(), graph, parameters, samples.get(), graph);
-    EXPECT_EQ(start.nodeNumber, 81);
-    EXPECT_EQ(goal.nodeNumber, 82);
+    const InsertedNode start = inserter.insert(configuration(-80, -60), roadmap, parameters);
+    const InsertedNode goal = inserter.insert(configuration(80, -60), roadmap, parameters);
+    EXPECT_EQ(start.node, 80);
+    EXPECT_EQ(goal.node, 81);
     EXPECT_GT(start.edgesMade, 0);
     EXPECT_GT(goal.edgesMade, 0);
-    EXPECT_EQ(columns(samples.get()), 82);
+    EXPECT_EQ(columns(samples), 82);
     EXPECT_TRUE(progress.headlines.last().startsWith("Connecting robot position: "));
 
     double cost = NoPathCost;
     ScopedMatrix route = makeScopedMatrix();
-    shortestPath(graph, start.nodeNumber, goal.nodeNumber, &cost, route.get());
+    // The search and its route count nodes from 1, as the stored route does.
+    shortestPath(graph, start.node + 1, goal.node + 1, &cost, route.get());
     ASSERT_LT(cost, NoPathCost);
     ASSERT_EQ(rows(route.get()), 1);
     const int length = columns(route.get());
@@ -143,14 +141,14 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
     ASSERT_GE(length, 3) << "the wall is in the way of the straight move";
     // From the destination back to the source, every move free when tested
     // ten times finer than the checker did.
-    EXPECT_EQ(int(at(route.get(), 0, 0)), goal.nodeNumber);
-    EXPECT_EQ(int(at(route.get(), 0, length - 1)), start.nodeNumber);
+    EXPECT_EQ(int(at(route.get(), 0, 0)), goal.node + 1);
+    EXPECT_EQ(int(at(route.get(), 0, length - 1)), start.node + 1);
     double travelled = 0.0;
     for (int i = 0; i + 1 < length; ++i) {
         const int a = int(at(route.get(), 0, i)) - 1;
         const int b = int(at(route.get(), 0, i + 1)) - 1;
-        const double* p = column(samples.get(), a);
-        const double* q = column(samples.get(), b);
+        const double* p = column(samples, a);
+        const double* q = column(samples, b);
         EXPECT_FALSE(WallChecker::moveHitsWall(p[0], p[1], q[0], q[1], 0.1)) << "move " << i;
         EXPECT_GT(graph->length(a, b), 0.0);
         travelled += graph->length(a, b);
@@ -167,21 +165,41 @@ TEST(PlannerCore, TheSameGeneratorPointGivesTheSameMap)
 
     WallChecker firstChecker;
     ProgressRecorder firstProgress;
-    ScopedMatrix first = makeScopedMatrix();
-    RoadmapGraph firstGraph;
-    RoadmapBuilder(firstChecker, firstProgress, random).build(parameters, nullptr, first.get(), &firstGraph);
+    Roadmap first;
+    RoadmapBuilder(firstChecker, firstProgress, random).build(parameters, nullptr, first);
 
     MersenneTwister again = start;
     WallChecker secondChecker;
     ProgressRecorder secondProgress;
-    ScopedMatrix second = makeScopedMatrix();
-    RoadmapGraph secondGraph;
-    RoadmapBuilder(secondChecker, secondProgress, again).build(parameters, nullptr, second.get(), &secondGraph);
+    Roadmap second;
+    RoadmapBuilder(secondChecker, secondProgress, again).build(parameters, nullptr, second);
 
-    ASSERT_EQ(elementCount(first.get()), elementCount(second.get()));
-    for (int i = 0; i < elementCount(first.get()); ++i)
-        EXPECT_EQ(first->values[i], second->values[i]);
-    EXPECT_TRUE(firstGraph == secondGraph);
+    ASSERT_EQ(elementCount(first.samples()), elementCount(second.samples()));
+    for (int i = 0; i < elementCount(first.samples()); ++i)
+        EXPECT_EQ(first.samples()->values[i], second.samples()->values[i]);
+    EXPECT_TRUE(first.graph() == second.graph());
     EXPECT_EQ(again.outputsDrawn(), random.outputsDrawn());
     EXPECT_EQ(firstProgress.headlines, secondProgress.headlines);
+}
+
+TEST(PlannerCore, AMapStoredWithSamplesOnlyTakesAnInsertedSampleWithoutEdges)
+{
+    // Such a map has no graph: the node inserted is its graph's first, and no
+    // edge joins it, as always; the sample goes after the others.
+    WallChecker checker;
+    ProgressRecorder progress;
+    ScopedMatrix samples = makeScopedMatrix();
+    setSize(samples.get(), 2, 3);
+    const double values[6] = {-80, -80, 80, -80, 0, 80};
+    std::copy(values, values + 6, samples->values);
+    Roadmap roadmap;
+    ASSERT_TRUE(roadmap.assign(std::move(samples), RoadmapGraph()));
+    const PlannerParameters parameters = {0.0, 80.0, 8.0, 3.0, 4.0};
+    const InsertedNode inserted = NodeInserter(checker, progress).insert(configuration(-70, -70), roadmap, parameters);
+    EXPECT_EQ(inserted.node, 0);
+    EXPECT_EQ(inserted.edgesMade, 1) << "the move to the nearest sample is free, though no edge can be kept";
+    EXPECT_EQ(roadmap.sampleCount(), 4);
+    EXPECT_EQ(roadmap.sample(3)[0], -70.0);
+    EXPECT_EQ(roadmap.nodeCount(), 1);
+    EXPECT_EQ(roadmap.edgeCount(), 0);
 }

@@ -169,8 +169,8 @@ TEST_F(FormDock, ShowSamplesOfAnEmptyMapHandsNoConfigurations)
     EXPECT_EQ(robot->shownColumns, 0);
     EXPECT_EQ(robot->shownRows, rows(map().samples()));
     // A map emptied to J x 0 goes over as it is.
-    editMap([&](RobotMap& m) {
-        setSize(m.samples(), 3, 0);
+    editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+        setSize(samples, 3, 0);
     });
     plugin->ShowSamples();
     EXPECT_EQ(robot->shownRows, 3);

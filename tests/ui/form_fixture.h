@@ -37,15 +37,15 @@ protected:
     // A map of `count` samples of the robot's joint count, joined in a chain.
     void giveMap(int count, int joints = 3)
     {
-        editMap([&](RobotMap& m) {
-            setSize(m.samples(), joints, count);
-            fillZero(m.samples());
-            m.graph()->clear();
-            m.graph()->resize(count);
+        editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+            setSize(samples, joints, count);
+            fillZero(samples);
+            graph->clear();
+            graph->resize(count);
         });
         for (int i = 0; i + 1 < count; ++i)
-            editMap([&](RobotMap& m) {
-                m.graph()->setLength(i, i + 1, 1.0);
+            editLayout([&](RoadmapMatrix* samples, RoadmapGraph* graph, RoadmapMatrix* route) {
+                graph->setLength(i, i + 1, 1.0);
             });
     }
 

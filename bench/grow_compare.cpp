@@ -67,13 +67,13 @@ struct Bench {
         settings.edgesPerSample = 10;
         settings.growLimit = growLimit;
         session->changeSettings(settings);
-        CalculateMap(*session);
+        calculateMap(*session);
     }
     bool link()
     {
         const SimItem* a = host.station().find(QStringLiteral("Left"), ItemType::Target);
         const SimItem* b = host.station().find(QStringLiteral("Right"), ItemType::Target);
-        return Join_Joints(*session, true, a->jointValues.data(), b->jointValues.data(), QStringLiteral("Through"));
+        return linkJointValues(*session, true, a->jointValues.data(), b->jointValues.data(), QStringLiteral("Through"));
     }
 
     TestCounter counter;

@@ -133,7 +133,7 @@ bool compareOn(const QString& stationPath, int sampleCount)
     settings.samples = sampleCount;
     settings.edgesPerSample = 10;
     session->changeSettings(settings);
-    CalculateMap(*session);
+    calculateMap(*session);
 
     std::printf("Route shortening on the map of %d samples of %s (6 joints, K = 10), five links;\n"
                 "the planner's shortener beside OMPL %d.%d.%d's PathSimplifier with the same checker\n\n",
@@ -144,7 +144,7 @@ bool compareOn(const QString& stationPath, int sampleCount)
     for (const auto& [from, to] : Links) {
         const SimItem* a = host.station().find(from, ItemType::Target);
         const SimItem* b = host.station().find(to, ItemType::Target);
-        if (!Join_Joints(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
+        if (!linkJointValues(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
             std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from),
                          qUtf8Printable(to));
             return false;

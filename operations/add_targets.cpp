@@ -161,7 +161,7 @@ bool addRobotPosition(OperationScope& operation, const JointVector& joints, cons
 
 }  // namespace
 
-bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly)
+bool addTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly)
 {
     OperationScope operation(session, silent);
     if (!operation.started())

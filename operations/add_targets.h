@@ -8,4 +8,4 @@ class PlannerSession;
 // `robotPositionOnly`. Every outcome goes to the status bar. False when there
 // is no robot or the robot position could not be connected, and when another
 // operation runs.
-bool AddTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly);
+bool addTargetsToMap(PlannerSession& session, bool silent, bool robotPositionOnly);

@@ -110,7 +110,7 @@ void commitWorkMap(OperationScope& operation, HostItem* robot)
 
 }  // namespace
 
-void CalculateMap(PlannerSession& session)
+void calculateMap(PlannerSession& session)
 {
     OperationScope operation(session, false);
     if (operation.started())

@@ -8,7 +8,7 @@ class PlannerSession;
 // joints of the robot's targets, under a modal progress dialog. A cancelled
 // computation replaces the stored map only when there was none or the user
 // agrees. Refused while another operation runs.
-void CalculateMap(PlannerSession& session);
+void calculateMap(PlannerSession& session);
 
 // The same within an operation that is already running (a join that finds no map).
 void computeMap(OperationScope& operation);

@@ -289,7 +289,7 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
 
 }  // namespace
 
-Item Join_Joints(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+Item linkJointValues(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
                  const QString& progname)
 {
     OperationScope operation(session, silent);

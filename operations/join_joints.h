@@ -13,7 +13,7 @@ class PlannerSession;
 // them is written as program `progname` of joint moves through new targets
 // "Pt %1 (S%2)". Returns the program, or null on any failure (reported to the
 // user, as a message box unless silent), also when another operation runs.
-Item Join_Joints(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
+Item linkJointValues(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
                  const QString& progname);
 
 // The same within an operation that is already running (the joins of targets and programs).

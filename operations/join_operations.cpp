@@ -31,17 +31,17 @@ void ensureMap(OperationScope& operation)
 
 }  // namespace
 
-void Join_Selection_Smart(PlannerSession& session, bool silent)
+void linkSelection(PlannerSession& session, bool silent)
 {
     QList<Item> selection;
     session.host()->getSelectedItems(selection);
     if (!selection.isEmpty() && selection.first()->type() == ItemType::Program)
-        Join_Programs(session, silent, selection, QString());
+        linkPrograms(session, silent, selection, QString());
     else
-        Join_Selected_Targets(session, silent, nullptr, nullptr);
+        linkTargets(session, silent, nullptr, nullptr);
 }
 
-Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, Item target2)
+Item linkTargets(PlannerSession& session, bool silent, Item target1, Item target2)
 {
     OperationScope operation(session, silent);
     if (!operation.started())
@@ -88,7 +88,7 @@ Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, I
     return linkJoints(operation, silent, firstJoints.values(), secondJoints.values(), programName);
 }
 
-bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in)
+bool linkPrograms(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in)
 {
     OperationScope operation(session, silent);
     if (!operation.started())

@@ -10,13 +10,13 @@ class PlannerSession;
 
 // Links what the user selected: programs when the first selected item is a
 // program, targets otherwise.
-void Join_Selection_Smart(PlannerSession& session, bool silent);
+void linkSelection(PlannerSession& session, bool silent);
 
 // Links two targets (the given ones, completed from the selected targets) by a
 // new program named after both. Computes the map first when there is none.
-Item Join_Selected_Targets(PlannerSession& session, bool silent, Item target1, Item target2);
+Item linkTargets(PlannerSession& session, bool silent, Item target1, Item target2);
 
 // Chains programs: every gap of more than 1.0 between the end of one and the
 // start of the next gets a linking program, and a main program calls them all
 // in order. False when a needed link could not be made.
-bool Join_Programs(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in);
+bool linkPrograms(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in);

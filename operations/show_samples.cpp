@@ -6,7 +6,7 @@
 
 #include <QDebug>
 
-void ShowSamples(PlannerSession& session)
+void showSamples(PlannerSession& session)
 {
     if (!session.requireRobot(true))
         return;

@@ -4,4 +4,4 @@
 class PlannerSession;
 
 // Hands every sample of the map to the robot to show, one per column.
-void ShowSamples(PlannerSession& session);
+void showSamples(PlannerSession& session);

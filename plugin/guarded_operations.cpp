@@ -11,40 +11,40 @@
 
 void GuardedOperations::calculateMap()
 {
-    guardedEntry(session_.resources(), session_.host(), [this] { CalculateMap(session_); });
+    guardedEntry(session_.resources(), session_.host(), [this] { ::calculateMap(session_); });
 }
 
 bool GuardedOperations::addTargetsToMap(bool silent, bool robotPositionOnly)
 {
     return guardedEntry(session_.resources(), session_.host(), false,
-                        [&] { return AddTargetsToMap(session_, silent, robotPositionOnly); });
+                        [&] { return ::addTargetsToMap(session_, silent, robotPositionOnly); });
 }
 
 void GuardedOperations::joinSelection(bool silent)
 {
-    guardedEntry(session_.resources(), session_.host(), [&] { Join_Selection_Smart(session_, silent); });
+    guardedEntry(session_.resources(), session_.host(), [&] { linkSelection(session_, silent); });
 }
 
 Item GuardedOperations::joinTargets(bool silent, Item target1, Item target2)
 {
     return guardedEntry(session_.resources(), session_.host(), Item(nullptr),
-                        [&] { return Join_Selected_Targets(session_, silent, target1, target2); });
+                        [&] { return linkTargets(session_, silent, target1, target2); });
 }
 
 bool GuardedOperations::joinPrograms(bool silent, const QList<Item>& programs, const QString& programName)
 {
     return guardedEntry(session_.resources(), session_.host(), false,
-                        [&] { return Join_Programs(session_, silent, programs, programName); });
+                        [&] { return linkPrograms(session_, silent, programs, programName); });
 }
 
 Item GuardedOperations::joinJoints(bool silent, const double* joints1, const double* joints2,
                                    const QString& programName)
 {
     return guardedEntry(session_.resources(), session_.host(), Item(nullptr),
-                        [&] { return Join_Joints(session_, silent, joints1, joints2, programName); });
+                        [&] { return linkJointValues(session_, silent, joints1, joints2, programName); });
 }
 
 void GuardedOperations::showSamples()
 {
-    guardedEntry(session_.resources(), session_.host(), [this] { ShowSamples(session_); });
+    guardedEntry(session_.resources(), session_.host(), [this] { ::showSamples(session_); });
 }

@@ -261,14 +261,14 @@ void FormPRM::on_btnMakeMap_clicked()
 {
     if (released_)
         return;
-    guardedEntry(session_->resources(), hostApi, [this] { CalculateMap(*session_); });
+    guardedEntry(session_->resources(), hostApi, [this] { calculateMap(*session_); });
 }
 
 void FormPRM::on_btnLinkTargets_clicked()
 {
     if (released_)
         return;
-    guardedEntry(session_->resources(), hostApi, [this] { Join_Selection_Smart(*session_, false); });
+    guardedEntry(session_->resources(), hostApi, [this] { linkSelection(*session_, false); });
 }
 
 void FormPRM::on_chkDisplayMap_clicked(bool checked)
@@ -304,14 +304,14 @@ void FormPRM::on_btnShowSamples_clicked()
 {
     if (released_)
         return;
-    guardedEntry(session_->resources(), hostApi, [this] { ShowSamples(*session_); });
+    guardedEntry(session_->resources(), hostApi, [this] { showSamples(*session_); });
 }
 
 void FormPRM::on_btnAddNodes_clicked()
 {
     if (released_)
         return;
-    guardedEntry(session_->resources(), hostApi, [this] { AddTargetsToMap(*session_, false, false); });
+    guardedEntry(session_->resources(), hostApi, [this] { addTargetsToMap(*session_, false, false); });
 }
 
 void FormPRM::on_chkShortcut_clicked(bool checked)

@@ -46,8 +46,8 @@ TEST_F(AddTargetsTest, WithoutRobotNothingHappens)
 {
     session.setRobot(nullptr);
     selectTarget("T1", {100, 100});
-    EXPECT_FALSE(AddTargetsToMap(session, true, false));
-    EXPECT_FALSE(AddTargetsToMap(session, false, false));
+    EXPECT_FALSE(addTargetsToMap(session, true, false));
+    EXPECT_FALSE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.calls, (QStringList{"showMessage Invalid robot: add a robot or load a project",
                                           "showMessage Invalid robot: add a robot or load a project [popup]"}));
     EXPECT_EQ(columns(session.samples()), 4);
@@ -60,7 +60,7 @@ TEST_F(AddTargetsTest, SelectedTargetsBecomeNodesOneAfterTheOther)
     selectTarget("T1", {100, 100});
     selectTarget("T2", {-100, -100});
     LogCapture log;
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(),
               (QStringList{"Successfully added target: T1", "Successfully added target: T2"}));
     EXPECT_EQ(progressTitles, (QStringList{"Adding T1 (1/2)", "Adding T2 (2/2)"}));
@@ -77,7 +77,7 @@ TEST_F(AddTargetsTest, SelectedTargetsBecomeNodesOneAfterTheOther)
 TEST_F(AddTargetsTest, ProgramsAndFramesOnlyAddTheRobotPosition)
 {
     station.selection << station.addStationProgram("P", robot, {}) << station.addItem(3, "Frame");
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added the current robot position"});
     EXPECT_EQ(progressTitles, QStringList{"Adding current robot position"});
     ASSERT_EQ(columns(session.samples()), 5);
@@ -89,7 +89,7 @@ TEST_F(AddTargetsTest, ProgramsAndFramesOnlyAddTheRobotPosition)
 TEST_F(AddTargetsTest, RobotPositionOnlyIgnoresTheSelection)
 {
     selectTarget("T1", {100, 100});
-    EXPECT_TRUE(AddTargetsToMap(session, true, true));
+    EXPECT_TRUE(addTargetsToMap(session, true, true));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added the current robot position"});
     ASSERT_EQ(columns(session.samples()), 5);
     EXPECT_EQ(sample(5), (Joints{50, 50}));
@@ -98,8 +98,8 @@ TEST_F(AddTargetsTest, RobotPositionOnlyIgnoresTheSelection)
 TEST_F(AddTargetsTest, SameTargetTwiceIsAddedOnce)
 {
     selectTarget("T1", {100, 100});
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), (QStringList{"Successfully added target: T1",
                                                    "Target T1 (or a nearby target) has already been added."}));
     EXPECT_EQ(columns(session.samples()), 5);
@@ -110,7 +110,7 @@ TEST_F(AddTargetsTest, TargetOfAnotherJointCountIsSkippedButCounted)
 {
     selectTarget("W", {1, 2, 3});
     selectTarget("T", {100, 100});
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), QStringList{"Successfully added target: T"});
     EXPECT_EQ(progressTitles, QStringList{"Adding T (2/2)"});
     EXPECT_EQ(columns(session.samples()), 5);
@@ -120,7 +120,7 @@ TEST_F(AddTargetsTest, PlaceholdersInATargetNameStayInTheTitle)
 {
     selectTarget("T%1 %2", {100, 100});
     selectTarget("U", {-100, -100});
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(progressTitles, (QStringList{"Adding T%1 %2 (1/2)", "Adding U (2/2)"}));
     EXPECT_EQ(station.messageTexts().first(), "Successfully added target: T%1 %2");
 }
@@ -128,7 +128,7 @@ TEST_F(AddTargetsTest, PlaceholdersInATargetNameStayInTheTitle)
 TEST_F(AddTargetsTest, OnlySkippedTargetsAddNothing)
 {
     selectTarget("W", {1, 2, 3});
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_TRUE(station.messages.isEmpty());
     EXPECT_TRUE(progressTitles.isEmpty());
     EXPECT_EQ(columns(session.samples()), 4);
@@ -138,7 +138,7 @@ TEST_F(AddTargetsTest, OnlySkippedTargetsAddNothing)
 TEST_F(AddTargetsTest, RobotPositionAlreadyInTheMap)
 {
     placeRobot({10, 1});
-    EXPECT_TRUE(AddTargetsToMap(session, false, true));
+    EXPECT_TRUE(addTargetsToMap(session, false, true));
     EXPECT_EQ(station.messageTexts(), QStringList{"This target (or a nearby target) has already been added."});
     EXPECT_EQ(columns(session.samples()), 4);
 }
@@ -149,7 +149,7 @@ TEST_F(AddTargetsTest, ResultIsTrueEvenWhenEveryTargetFails)
     robot->boxes.push_back({{-110, -110}, {-90, -90}});
     selectTarget("T1", {100, 100});
     selectTarget("T2", {-100, -100.5});
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), (QStringList{"Unable to add target: T1 (100.000, 100.000)",
                                                    "Unable to add target: T2 (-100.000, -100.500)"}));
     // Both stay in the map as isolated nodes.
@@ -161,7 +161,7 @@ TEST_F(AddTargetsTest, ResultIsTrueEvenWhenEveryTargetFails)
 TEST_F(AddTargetsTest, UnconnectedRobotPositionFails)
 {
     robot->boxes.push_back({{40, 40}, {60, 60}});
-    EXPECT_FALSE(AddTargetsToMap(session, false, true));
+    EXPECT_FALSE(addTargetsToMap(session, false, true));
     // The closing parenthesis without an opening one belongs to the message.
     EXPECT_EQ(station.messageTexts(), QStringList{"Unable to add current robot position: 50.000, 50.000)"});
     EXPECT_EQ(columns(session.samples()), 5);
@@ -175,7 +175,7 @@ TEST_F(AddTargetsTest, CancelledInsertionReadsAsAlreadyAddedAndTheLoopGoesOn)
     selectTarget("T2", {-100, -100});
     // T1's first candidate edge is free; the cancel is seen before the second.
     cancelAtCollisionTest(1);
-    EXPECT_TRUE(AddTargetsToMap(session, false, false));
+    EXPECT_TRUE(addTargetsToMap(session, false, false));
     EXPECT_EQ(station.messageTexts(), (QStringList{"Target T1 (or a nearby target) has already been added.",
                                                    "Successfully added target: T2"}));
     // The cancelled outputs were kept: T1's slot in the graph without a sample.

@@ -34,7 +34,7 @@ protected:
     {
         cancelAtCollisionTest(station.collisionTests + 8);
         auto answerer = std::make_unique<QuestionAnswerer>(answer);
-        CalculateMap(session);
+        calculateMap(session);
         return answerer;
     }
 };
@@ -42,7 +42,7 @@ protected:
 TEST_F(CalculateMapTest, WithoutRobotOnlyThePopUpIsShown)
 {
     session.setRobot(nullptr);
-    CalculateMap(session);
+    calculateMap(session);
     EXPECT_EQ(station.calls, QStringList{"showMessage Invalid robot: add a robot or load a project [popup]"});
     EXPECT_EQ(station.collisionTests, 0);
     EXPECT_FALSE(session.settingsChanged());
@@ -62,7 +62,7 @@ TEST_F(CalculateMapTest, CompleteMapReplacesTheStoredOneAndIsShown)
         modes << station.renderMode();
     };
     LogCapture log;
-    CalculateMap(session);
+    calculateMap(session);
 
     EXPECT_EQ(rows(session.samples()), 2);
     EXPECT_EQ(columns(session.samples()), 10);
@@ -102,7 +102,7 @@ TEST_F(CalculateMapTest, SeedsAreTheRobotsTargetsAtTheirStationPositions)
     station.addStationTarget("B", other, {21, 22});
     station.addStationTarget("C", robot, {31, 32});
     session.setSettings([](PlannerSettings& s) { s.samples = 3; });
-    CalculateMap(session);
+    calculateMap(session);
     ASSERT_EQ(columns(session.samples()), 3);
     EXPECT_EQ(sample(1), (Joints{11, 12}));
     EXPECT_EQ(sample(2), (Joints{0, 0}));
@@ -122,7 +122,7 @@ TEST_F(CalculateMapTest, TargetsOfOtherRobotsOrJointCountsAreNoSeeds)
     station.addStationTarget("W", bigger, {41, 42, 43});
     station.addStationTarget("X", robot, {51, 52, 53});  // this robot, but three joints
     session.setSettings([](PlannerSettings& s) { s.samples = 2; });
-    CalculateMap(session);
+    calculateMap(session);
     ASSERT_EQ(columns(session.samples()), 2);
     EXPECT_NE(sample(1), (Joints{21, 22}));
     EXPECT_NE(sample(1), (Joints{41, 42}));
@@ -135,7 +135,7 @@ TEST_F(CalculateMapTest, SkippedTargetBeforeAnAcceptedOneGivesAZeroSeed)
     station.addStationTarget("X", robot, {51, 52, 53});
     station.addStationTarget("A", robot, {11, 12});
     session.setSettings([](PlannerSettings& s) { s.samples = 2; });
-    CalculateMap(session);
+    calculateMap(session);
     ASSERT_EQ(columns(session.samples()), 2);
     EXPECT_EQ(sample(1), (Joints{0, 0}));
     EXPECT_NE(sample(2), (Joints{11, 12}));
@@ -151,7 +151,7 @@ TEST_F(CalculateMapTest, CancelBeforeTheFirstSampleKeepsThePreviousMap)
     cancelAtCollisionTest(1);
     QuestionAnswerer answerer(QMessageBox::Yes);
     LogCapture log;
-    CalculateMap(session);
+    calculateMap(session);
 
     EXPECT_FALSE(answerer.asked);
     EXPECT_EQ(rows(session.workGraph()), 0);

@@ -19,7 +19,7 @@ protected:
 
     Item query()
     {
-        return Join_Joints(session, true, start.values(), end.values(), "Across");
+        return linkJointValues(session, true, start.values(), end.values(), "Across");
     }
 
     // The joints of every target the program moves through, in order.
@@ -66,7 +66,7 @@ TEST_F(EndToEndTest, RouteAroundTheWallAndTheSameQueryAgain)
 {
     ASSERT_TRUE(robot->moveCollides(start.values(), end.values(), station.collisionStep()));
 
-    CalculateMap(session);
+    calculateMap(session);
     ASSERT_EQ(columns(session.samples()), 100);
     ASSERT_EQ(rows(session.samples()), 2);
     for (int k = 0; k < 100; ++k)

@@ -25,7 +25,7 @@ protected:
         double second[JointVector::MaxJoints] = {};
         std::copy(start.begin(), start.end(), first);
         std::copy(end.begin(), end.end(), second);
-        return Join_Joints(session, silent, first, second, name);
+        return linkJointValues(session, silent, first, second, name);
     }
 
     // Joints of the targets a program moves through.

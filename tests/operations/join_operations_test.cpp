@@ -51,7 +51,7 @@ protected:
 TEST_F(JoinOperationsTest, SmartJoinOfProgramsWhenTheFirstSelectedIsAProgram)
 {
     station.selection << program("A", {0, 0}, {50, 0}) << program("B", {150, 0}, {190, 0});
-    Join_Selection_Smart(session, false);
+    linkSelection(session, false);
     EXPECT_EQ(programNames(), (QStringList{"A", "B", "SA2B", "MainSafe"}));
     EXPECT_EQ(programNamed("MainSafe")->instructions, (QStringList{"call A", "call SA2B", "call B"}));
     StationItem* link = programNamed("SA2B");
@@ -63,19 +63,19 @@ TEST_F(JoinOperationsTest, SmartJoinOfTargetsWhenTheFirstSelectedIsATarget)
 {
     StationItem* p = program("P", {0, 0}, {10, 0});
     station.selection << target("T1", {20, 0}) << p << target("T2", {100, 0});
-    Join_Selection_Smart(session, false);
+    linkSelection(session, false);
     EXPECT_EQ(programNames(), (QStringList{"P", "T1ToT2"}));
 }
 
 TEST_F(JoinOperationsTest, SmartJoinOfAnEmptySelectionAsksForTargets)
 {
-    Join_Selection_Smart(session, false);
+    linkSelection(session, false);
     EXPECT_EQ(station.messages, (QList<QPair<QString, bool>>{{SelectTwoTargets, true}}));
 }
 
 TEST_F(JoinOperationsTest, SmartJoinPassesSilentOn)
 {
-    Join_Selection_Smart(session, true);
+    linkSelection(session, true);
     EXPECT_EQ(station.messages, (QList<QPair<QString, bool>>{{SelectTwoTargets, false}}));
 }
 
@@ -84,8 +84,8 @@ TEST_F(JoinOperationsTest, MissingRobotIsAlwaysAPopUp)
     session.setRobot(nullptr);
     StationItem* a = target("A", {0, 0});
     StationItem* b = target("B", {100, 0});
-    EXPECT_EQ(Join_Selected_Targets(session, true, a, b), nullptr);
-    EXPECT_FALSE(Join_Programs(session, true, {program("P", {0, 0}, {1, 0}), program("Q", {5, 0}, {9, 0})}, "M"));
+    EXPECT_EQ(linkTargets(session, true, a, b), nullptr);
+    EXPECT_FALSE(linkPrograms(session, true, {program("P", {0, 0}, {1, 0}), program("Q", {5, 0}, {9, 0})}, "M"));
     EXPECT_EQ(station.messages, (QList<QPair<QString, bool>>{{"Invalid robot: add a robot or load a project", true},
                                                              {"Invalid robot: add a robot or load a project", true}}));
     EXPECT_TRUE(programNames().filter("To").isEmpty());
@@ -95,7 +95,7 @@ TEST_F(JoinOperationsTest, TargetsWithoutMapComputeTheMapBeforeCountingTargets)
 {
     setMap({}, {});
     station.selection << target("Only", {0, 0});
-    EXPECT_EQ(Join_Selected_Targets(session, true, nullptr, nullptr), nullptr);
+    EXPECT_EQ(linkTargets(session, true, nullptr, nullptr), nullptr);
     EXPECT_EQ(columns(session.samples()), 5);
     const QStringList messages = callsStartingWith("showMessage");
     EXPECT_EQ(messages, (QStringList{"showMessage Creating map...", QString("showMessage ") + SelectTwoTargets}));
@@ -109,7 +109,7 @@ TEST_F(JoinOperationsTest, TargetsWithoutMapComputeTheMapBeforeCountingTargets)
 
 TEST_F(JoinOperationsTest, TargetCountMessageIsAPopUpUnlessSilent)
 {
-    EXPECT_EQ(Join_Selected_Targets(session, false, target("A", {0, 0}), nullptr), nullptr);
+    EXPECT_EQ(linkTargets(session, false, target("A", {0, 0}), nullptr), nullptr);
     EXPECT_EQ(station.messages, (QList<QPair<QString, bool>>{{SelectTwoTargets, true}}));
 }
 
@@ -117,8 +117,8 @@ TEST_F(JoinOperationsTest, ProgramsAreCountedBeforeAnyMapIsComputed)
 {
     setMap({}, {});
     station.selection << program("A", {0, 0}, {50, 0}) << target("T", {1, 1});
-    EXPECT_FALSE(Join_Programs(session, false, station.selection, QString()));
-    EXPECT_FALSE(Join_Programs(session, true, station.selection, QString()));
+    EXPECT_FALSE(linkPrograms(session, false, station.selection, QString()));
+    EXPECT_FALSE(linkPrograms(session, true, station.selection, QString()));
     EXPECT_EQ(station.messages,
               (QList<QPair<QString, bool>>{{SelectTwoPrograms, true}, {SelectTwoPrograms, false}}));
     EXPECT_EQ(columns(session.samples()), 0);
@@ -130,7 +130,7 @@ TEST_F(JoinOperationsTest, ProgramsWithoutMapComputeItBeforeLinking)
 {
     setMap({}, {});
     session.setSettings([](PlannerSettings& s) { s.samples = 8; });
-    EXPECT_TRUE(Join_Programs(session, true, {program("A", {0, 0}, {50, 0}), program("B", {150, 0}, {190, 0})},
+    EXPECT_TRUE(linkPrograms(session, true, {program("A", {0, 0}, {50, 0}), program("B", {150, 0}, {190, 0})},
                               QString()));
     EXPECT_EQ(station.messages.first(), qMakePair(QString("Creating map..."), false));
     EXPECT_GE(columns(session.samples()), 8);
@@ -141,7 +141,7 @@ TEST_F(JoinOperationsTest, OnlyTheFirstTwoOfThreeTargetsAreJoined)
 {
     station.selection << target("T1", {20, 0}) << target("T2", {100, 0}) << target("T3", {180, 0});
     LogCapture log;
-    Item joined = Join_Selected_Targets(session, false, nullptr, nullptr);
+    Item joined = linkTargets(session, false, nullptr, nullptr);
     ASSERT_NE(joined, nullptr);
     EXPECT_EQ(joined->name(), "T1ToT2");
     auto* program = static_cast<StationItem*>(joined);
@@ -157,7 +157,7 @@ TEST_F(JoinOperationsTest, GivenTargetIsCompletedFromTheSelection)
 {
     StationItem* a = target("A", {20, 0});
     station.selection << target("B", {100, 0});
-    Item joined = Join_Selected_Targets(session, true, a, nullptr);
+    Item joined = linkTargets(session, true, a, nullptr);
     ASSERT_NE(joined, nullptr);
     EXPECT_EQ(joined->name(), "AToB");
 }
@@ -167,7 +167,7 @@ TEST_F(JoinOperationsTest, GivenTargetThatIsAlsoSelectedFirstIsJoinedWithItself)
     StationItem* a = target("A", {20, 0});
     station.selection << a << target("B", {100, 0});
     LogCapture log;
-    EXPECT_EQ(Join_Selected_Targets(session, true, a, nullptr), nullptr);
+    EXPECT_EQ(linkTargets(session, true, a, nullptr), nullptr);
     EXPECT_EQ(log.countStartingWith("Joining targets: A & A"), 1);
     EXPECT_EQ(log.countStartingWith("Something is wrong with the robot route!!"), 1);
     EXPECT_TRUE(programNames().isEmpty());
@@ -176,7 +176,7 @@ TEST_F(JoinOperationsTest, GivenTargetThatIsAlsoSelectedFirstIsJoinedWithItself)
 TEST_F(JoinOperationsTest, ProgramsFirstInSelectionDropTheTargets)
 {
     station.selection << program("A", {0, 0}, {50, 0}) << target("T", {120, 0}) << program("B", {150, 0}, {190, 0});
-    Join_Selection_Smart(session, false);
+    linkSelection(session, false);
     EXPECT_EQ(programNames(), (QStringList{"A", "B", "SA2B", "MainSafe"}));
     EXPECT_EQ(programNamed("MainSafe")->instructions, (QStringList{"call A", "call SA2B", "call B"}));
 }
@@ -184,7 +184,7 @@ TEST_F(JoinOperationsTest, ProgramsFirstInSelectionDropTheTargets)
 TEST_F(JoinOperationsTest, ProgramsThatMeetNeedNoLink)
 {
     // End of A and start of B are 1.0 apart (L1).
-    EXPECT_TRUE(Join_Programs(session, false, {program("A", {0, 0}, {50, 0}), program("B", {50.5, 0.5}, {90, 0})},
+    EXPECT_TRUE(linkPrograms(session, false, {program("A", {0, 0}, {50, 0}), program("B", {50.5, 0.5}, {90, 0})},
                               QString()));
     EXPECT_EQ(programNames(), (QStringList{"A", "B", "MainSafe"}));
     EXPECT_EQ(programNamed("MainSafe")->instructions, (QStringList{"call A", "call B"}));
@@ -194,7 +194,7 @@ TEST_F(JoinOperationsTest, ProgramsThatMeetNeedNoLink)
 TEST_F(JoinOperationsTest, ProgramWithoutMovesIsCalledAndBridged)
 {
     StationItem* empty = station.addStationProgram("E", robot, {});
-    EXPECT_TRUE(Join_Programs(session, false, {program("A", {0, 0}, {50, 0}), empty, program("B", {150, 0}, {190, 0})},
+    EXPECT_TRUE(linkPrograms(session, false, {program("A", {0, 0}, {50, 0}), empty, program("B", {150, 0}, {190, 0})},
                               QString()));
     EXPECT_EQ(station.messages,
               (QList<QPair<QString, bool>>{{"Program E does not contain any movements", false}}));
@@ -205,7 +205,7 @@ TEST_F(JoinOperationsTest, FailedLinkStopsWithoutMainProgram)
 {
     // B starts inside an obstacle, off every sample: no edge reaches it.
     robot->boxes.push_back({{140, -10}, {160, 10}});
-    EXPECT_FALSE(Join_Programs(session, true,
+    EXPECT_FALSE(linkPrograms(session, true,
                                {program("A", {0, 0}, {50, 0}), program("B", {145, 5}, {190, 0}),
                                 program("C", {300, 0}, {310, 0})},
                                "Main"));
@@ -222,7 +222,7 @@ TEST_F(JoinOperationsTest, FailedLinkStopsWithoutMainProgram)
 TEST_F(JoinOperationsTest, ChainOfThreeProgramsUnderAGivenName)
 {
     LogCapture log;
-    EXPECT_TRUE(Join_Programs(session, false,
+    EXPECT_TRUE(linkPrograms(session, false,
                               {program("A", {0, 0}, {30, 0}), program("B", {80, 0}, {120, 0}),
                                program("C", {170, 0}, {190, 0})},
                               "Main 1"));
@@ -240,11 +240,11 @@ TEST_F(JoinOperationsTest, ChainOfThreeProgramsUnderAGivenName)
 TEST_F(JoinOperationsTest, GeneratedNamesAreSanitised)
 {
     station.selection << target("P-1", {20, 0}) << target("Pt 2", {100, 0});
-    Item joined = Join_Selected_Targets(session, false, nullptr, nullptr);
+    Item joined = linkTargets(session, false, nullptr, nullptr);
     ASSERT_NE(joined, nullptr);
     EXPECT_EQ(joined->name(), "P1ToPt2");
 
-    EXPECT_TRUE(Join_Programs(session, false,
+    EXPECT_TRUE(linkPrograms(session, false,
                               {program("Prog-A", {0, 0}, {30, 0}), program("Prog (B)", {80, 0}, {120, 0})},
                               QString()));
     EXPECT_NE(programNamed("SProgA2ProgB"), nullptr);

@@ -53,7 +53,7 @@ struct Problem {
     {
         robot = host.addRobot("Arm", std::vector<double>(6, -170.0), std::vector<double>(6, 170.0));
         robot->boxes.push_back(JointBox{{-30, -60, -170, -170, -170, -170}, {30, 40, 170, 170, 170, 170}});
-        parameters = {0.0, double(sampleCount), 10.0, 5.0, 4.0};
+        parameters = {sampleCount, 10, 5, 4.0};
         std::mt19937 draw(7);
         std::uniform_real_distribution<double> joint(-160.0, 160.0);
         for (int i = 0; i < 10; ++i) {

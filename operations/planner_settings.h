@@ -18,6 +18,6 @@ struct PlannerSettings {
     // What construction and node insertion read.
     PlannerParameters parameters() const
     {
-        return {0.0, double(samples), double(edgesPerSample), double(newNodeEdges), robotStepDeg};
+        return {samples, edgesPerSample, newNodeEdges, robotStepDeg};
     }
 };

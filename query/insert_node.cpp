@@ -12,19 +12,6 @@
 #include <vector>
 
 namespace {
-// Nearest integer, halves away from zero, saturated to the 32-bit range.
-int roundSaturated(double value)
-{
-    const double rounded = std::round(value);
-    if (std::isnan(rounded))
-        return 0;
-    if (rounded >= 2147483648.0)
-        return INT_MAX;
-    if (rounded < -2147483648.0)
-        return INT_MIN;
-    return static_cast<int>(rounded);
-}
-
 int incrementSaturated(int value)
 {
     return value == INT_MAX ? value : value + 1;
@@ -67,9 +54,9 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
     // Within one robot step of a sample the configuration is that sample. The
     // edges-per-sample setting is reported as the edge count, so that callers
     // judge a reused node a success.
-    if (parameters[PlannerParameter::RobotStep] >= nearest.distance) {
+    if (parameters.robotStepDeg >= nearest.distance) {
         inserted.node = nearest.index;
-        inserted.edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
+        inserted.edgesMade = parameters.edgesPerSample;
         return inserted;
     }
 
@@ -97,7 +84,7 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
         // that earlier node's.
         if (sampleCount <= side)
             roadmap.join(candidate.index, sampleCount, candidate.distance);
-        if (edges >= parameters[PlannerParameter::NewNodeEdges])
+        if (edges >= parameters.newNodeEdges)
             break;
     }
 

@@ -8,15 +8,13 @@
 #include "roadmap.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 // How many of the nearest older samples a new sample is tried against: every
 // m with m < min(K, olderCount), K the edges-per-sample setting.
-int candidateCount(double edgesPerSample, int olderCount)
+int candidateCount(int edgesPerSample, int olderCount)
 {
-    const double bound = std::min(edgesPerSample, double(olderCount));
-    return bound > 0 ? static_cast<int>(std::ceil(bound)) : 0;
+    return std::max(0, std::min(edgesPerSample, olderCount));
 }
 }  // namespace
 
@@ -40,7 +38,7 @@ bool RoadmapBuilder::joinToOlder(const PlannerParameters& parameters, Roadmap& r
     const double* sample = roadmap.sample(k);
     const JointVector newSample(sample, jointCount);
     // Only the K nearest are tried; a blocked one is not replaced by the next.
-    const int tried = candidateCount(parameters[PlannerParameter::Edges], k);
+    const int tried = candidateCount(parameters.edgesPerSample, k);
     for (const NeighbourStrategy::Candidate& candidate : neighbours_->nearest(samples, k, sample, jointCount, tried)) {
         if (stop())
             return true;
@@ -63,7 +61,7 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
         return;
     }
 
-    const int sampleTotal = static_cast<int>(parameters[PlannerParameter::Samples]);
+    const int sampleTotal = parameters.samples;
     roadmap.reset(jointCount, sampleTotal);
     if (sampleTotal > 0)
         roadmap.setSample(0, configuration.data());

@@ -61,8 +61,7 @@ public:
             Configuration q{};
             for (int j = 0; j < joints; ++j)
                 q[size_t(j)] = pick(-5, 5) * 10.0 + (pick(0, 2) == 0 ? pick(-3, 3) : 0);
-            const PlannerParameters parameters{0.0, 100.0, double(pick(-2, 30)), double(pick(0, 6)),
-                                               double(pick(0, 3)) * 4.0};
+            const PlannerParameters parameters{100, pick(-2, 30), pick(0, 6), double(pick(0, 3)) * 4.0};
             const int cancelAt = pick(0, 3) == 0 ? pick(1, 6) : 0;
 
             ScopedMatrix samplesOut = makeScopedMatrix();

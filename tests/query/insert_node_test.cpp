@@ -93,7 +93,7 @@ protected:
     ScopedGraph graph = makeScopedGraph();
     ScopedMatrix samplesOut = makeScopedMatrix();
     ScopedGraph graphOut = makeScopedGraph();
-    PlannerParameters parameters = {0.0, 100.0, 25.0, 5.0, 4.0};
+    PlannerParameters parameters = {100, 25, 5, 4.0};
     int edgesMade = -7;
     int nodeIndex = -7;
 };
@@ -127,18 +127,14 @@ TEST_F(InsertNodeTest, JustBeyondOneStepIsInserted)
     EXPECT_EQ(rows(graphOut.get()), SampleCount + 1);
 }
 
-TEST_F(InsertNodeTest, ReuseReportsEdgesPerSampleRounded)
+// The edges-per-sample setting is a whole number; a reused sample reports it as it is.
+TEST_F(InsertNodeTest, ReuseReportsEdgesPerSample)
 {
-    const struct {
-        double setting;
-        int reported;
-    } cases[] = {{25.0, 25},        {2.5, 3},           {-2.5, -3},         {2.4999, 2},
-                 {0.49, 0},         {-0.49, 0},         {3e9, INT_MAX},     {2147483647.6, INT_MAX},
-                 {-3e9, INT_MIN},   {-2147483648.4, INT_MIN}};
-    for (const auto& c : cases) {
-        parameters[2] = c.setting;
+    const int cases[] = {25, 3, -3, 2, 0, INT_MAX, INT_MIN};
+    for (const int setting : cases) {
+        parameters.edgesPerSample = setting;
         insert(at3(0, 0, 0));
-        EXPECT_EQ(edgesMade, c.reported) << "setting " << c.setting;
+        EXPECT_EQ(edgesMade, setting) << "setting " << setting;
         EXPECT_EQ(nodeIndex, 1);
     }
 }
@@ -206,7 +202,7 @@ TEST_F(InsertNodeTest, EqualDistancesAreTriedInIndexOrder)
             at(samples.get(), r, j) = values[j][r];
     graph->clear();
     graph->resize(3);
-    parameters[3] = 3.0;
+    parameters.newNodeEdges = 3;
     insert(at3(0, 0, 0));
     ASSERT_EQ(robot->moves.size(), 3u);
     EXPECT_EQ(robot->moves[0].second[0], -10.0);
@@ -216,7 +212,7 @@ TEST_F(InsertNodeTest, EqualDistancesAreTriedInIndexOrder)
 
 TEST_F(InsertNodeTest, NoNewNodeEdgesStillMakesOneEdge)
 {
-    parameters[3] = 0.0;
+    parameters.newNodeEdges = 0;
     insert(at3(41.0, 7.0, -3.0));
     EXPECT_EQ(edgesMade, 1);
     EXPECT_EQ(robot->jointMoveTests, 1);
@@ -228,7 +224,7 @@ TEST_F(InsertNodeTest, BlockedCandidatesAreSkippedUntilEnoughEdges)
     // A wall on joint 0 between 35 and 43 hides the samples below it; nearest
     // first the order is samples 4 and 3 (blocked), then 5 and 6 (free).
     robot->boxes.push_back({{35, -501, -501}, {43, 501, 501}});
-    parameters[3] = 2.0;
+    parameters.newNodeEdges = 2;
     insert(at3(44.0, 0.0, -8.0));
     EXPECT_EQ(edgesMade, 2);
     EXPECT_EQ(robot->jointMoveTests, 4);
@@ -279,7 +275,7 @@ TEST_F(InsertNodeTest, CancelLeavesGrownGraphAndUnchangedSamples)
         if (test == 2)
             resources.progress().dialog()->cancel();
     };
-    parameters[3] = 5.0;
+    parameters.newNodeEdges = 5;
     insert(at3(41.0, 7.0, -3.0));
     EXPECT_TRUE(resources.progress().cancelled());
     EXPECT_EQ(edgesMade, 2);

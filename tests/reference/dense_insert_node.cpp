@@ -61,6 +61,10 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
                 const RoadmapMatrix* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
                 RoadmapMatrix* graphOut, int* edgesMade, int* nodeIndex)
 {
+    // The settings as the original read them: one array of doubles.
+    const double settings[5] = {0.0, double(parameters.samples), double(parameters.edgesPerSample),
+                                double(parameters.newNodeEdges), parameters.robotStepDeg};
+    enum { Edges = 2, NewNodeEdges = 3, RobotStep = 4 };
     const int jointCount = rows(samples);
     const int sampleCount = columns(samples);
     if (sampleCount < 1) {
@@ -84,10 +88,10 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
     // Within one robot step of a sample the configuration is that sample. The
     // edges-per-sample setting is reported as the edge count, so that callers
     // judge a reused node a success.
-    if (parameters[PlannerParameter::RobotStep] >= distances->values[0]) {
+    if (settings[RobotStep] >= distances->values[0]) {
         *nodeIndex = order->values[0];
         copyMatrix(graph, graphOut);
-        *edgesMade = roundSaturated(parameters[PlannerParameter::Edges]);
+        *edgesMade = roundSaturated(settings[Edges]);
         return;
     }
 
@@ -111,7 +115,7 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
             at(graphOut, candidate, sampleCount) = distances->values[k];
             at(graphOut, sampleCount, candidate) = distances->values[k];
         }
-        if (edges >= parameters[PlannerParameter::NewNodeEdges])
+        if (edges >= settings[NewNodeEdges])
             break;
     }
 

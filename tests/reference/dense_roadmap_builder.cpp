@@ -45,8 +45,9 @@ void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, Mer
         return;
     }
 
-    const int sampleTotal = static_cast<int>(parameters[PlannerParameter::Samples]);
-    const double edgesPerSample = parameters[PlannerParameter::Edges];
+    // The settings as the original read them: doubles.
+    const int sampleTotal = static_cast<int>(double(parameters.samples));
+    const double edgesPerSample = double(parameters.edgesPerSample);
     setSize(samples, jointCount, sampleTotal);
     fillZero(samples);
     if (sampleTotal > 0)

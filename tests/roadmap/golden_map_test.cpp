@@ -33,7 +33,7 @@ protected:
         ReferenceRandom random(resources.random().outputsDrawn());
         const ReferenceRoadmap expected = referenceRoadmap(*robot, Lower6, Upper6, sampleCount, edgesPerSample,
                                                            seedColumns, random, host.collisionStep());
-        const PlannerParameters parameters = {0.0, double(sampleCount), double(edgesPerSample), 5.0, 4.0};
+        const PlannerParameters parameters = {sampleCount, edgesPerSample, 5, 4.0};
         hostBuildRoadmap(resources, host, robot, parameters, seeds.get(), samples.get(), graph.get());
         return expected;
     }
@@ -124,7 +124,7 @@ bool firstMapIsTheStandardEngines()
     FakeRobot* robot = host.addRobot("Arm", Lower6, Upper6);
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
-    const PlannerParameters parameters = {0.0, 6.0, 3.0, 5.0, 4.0};
+    const PlannerParameters parameters = {6, 3, 5, 4.0};
     hostBuildRoadmap(resources, host, robot, parameters, nullptr, samples.get(), graph.get());
     ReferenceRandom random;  // seed 5489, nothing drawn yet
     const ReferenceRoadmap expected = referenceRoadmap(*robot, Lower6, Upper6, 6, 3, {}, random, 4.0);

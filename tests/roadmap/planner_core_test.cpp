@@ -102,7 +102,7 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
     ProgressRecorder progress;
     MersenneTwister random;
     // N = 80 samples, K = 8 edges each, 3 edges for an inserted node, robot step 4.
-    const PlannerParameters parameters = {0.0, 80.0, 8.0, 3.0, 4.0};
+    const PlannerParameters parameters = {80, 8, 3, 4.0};
 
     Roadmap roadmap;
     RoadmapBuilder(checker, progress, random).build(parameters, nullptr, roadmap);
@@ -158,7 +158,7 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
 
 TEST(PlannerCore, TheSameGeneratorPointGivesTheSameMap)
 {
-    const PlannerParameters parameters = {0.0, 40.0, 6.0, 3.0, 4.0};
+    const PlannerParameters parameters = {40, 6, 3, 4.0};
     MersenneTwister random;
     random.next32();  // not the first map of a generator
     const MersenneTwister start = random;
@@ -194,7 +194,7 @@ TEST(PlannerCore, AMapStoredWithSamplesOnlyTakesAnInsertedSampleWithoutEdges)
     std::copy(values, values + 6, samples->values);
     Roadmap roadmap;
     ASSERT_TRUE(roadmap.assign(std::move(samples), RoadmapGraph()));
-    const PlannerParameters parameters = {0.0, 80.0, 8.0, 3.0, 4.0};
+    const PlannerParameters parameters = {80, 8, 3, 4.0};
     const InsertedNode inserted = NodeInserter(checker, progress).insert(configuration(-70, -70), roadmap, parameters);
     EXPECT_EQ(inserted.node, 0);
     EXPECT_EQ(inserted.edgesMade, 1) << "the move to the nearest sample is free, though no edge can be kept";

@@ -27,7 +27,7 @@ protected:
 
     void build(int sampleCount, int edgesPerSample, const RoadmapMatrix* seeds = nullptr)
     {
-        const PlannerParameters parameters = {0.0, double(sampleCount), double(edgesPerSample), 5.0, 4.0};
+        const PlannerParameters parameters = {sampleCount, edgesPerSample, 5, 4.0};
         hostBuildRoadmap(resources, host, robot, parameters, seeds, samples.get(), graph.get());
     }
 

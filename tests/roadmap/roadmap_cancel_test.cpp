@@ -40,7 +40,7 @@ protected:
         for (size_t c = 0; c < seedColumns.size(); ++c)
             for (int r = 0; r < 2; ++r)
                 at(seeds.get(), r, static_cast<int>(c)) = seedColumns[c][r];
-        const PlannerParameters parameters = {0.0, 6.0, 5.0, 5.0, 4.0};
+        const PlannerParameters parameters = {6, 5, 5, 4.0};
         hostBuildRoadmap(resources, host, robot, parameters, seeds.get(), samples.get(), graph.get());
     }
 

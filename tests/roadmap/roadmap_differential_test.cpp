@@ -54,8 +54,7 @@ public:
         setSize(seeds.get(), pick(0, 8) == 0 ? joints - 1 : joints, seedCount);
         for (int i = 0; i < elementCount(seeds.get()); ++i)
             seeds->values[i] = pick(-3, 3) * 20.0;
-        const PlannerParameters parameters{0.0, double(sampleCount), double(pick(0, 3) == 0 ? pick(60, 80) : pick(0, 8)),
-                                           5.0, 4.0};
+        const PlannerParameters parameters{sampleCount, pick(0, 3) == 0 ? pick(60, 80) : pick(0, 8), 5, 4.0};
         // A station without free configurations is searched until a cancel:
         // both builds are cancelled at the same late test at the latest.
         const int cancelAt = pick(0, 3) == 0 ? pick(1, 200) : 3000;

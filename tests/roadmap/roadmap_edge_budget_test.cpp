@@ -35,7 +35,7 @@ TEST(RoadmapEdgeBudget, BudgetAboveTheOlderSamplesTestsEveryOlderSampleOnce)
     ScopedMatrix samples = makeScopedMatrix();
     ScopedGraph graph = makeScopedGraph();
     // 25 edges per sample, 7 samples: never more than 6 older samples to try.
-    const PlannerParameters parameters = {0.0, 7.0, 25.0, 5.0, 4.0};
+    const PlannerParameters parameters = {7, 25, 5, 4.0};
     hostBuildRoadmap(resources, host, robot, parameters, nullptr, samples.get(), graph.get());
     ASSERT_EQ(columns(samples.get()), 7);
     EXPECT_EQ(robot->jointMoveTests, 21) << "1 + 2 + ... + 6 candidate edges";

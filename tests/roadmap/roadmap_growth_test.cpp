@@ -32,7 +32,7 @@ protected:
         return hostGrowRoadmap(resources, host, robot, parameters, count, samples.get(), graph.get(), progress);
     }
 
-    const PlannerParameters parameters = {0.0, 20.0, 4.0, 5.0, 4.0};
+    const PlannerParameters parameters = {20, 4, 5, 4.0};
     FakeHost host;
     PlannerResources resources;  // the generator and the progress dialog
     FakeRobot* robot = nullptr;
@@ -73,7 +73,7 @@ TEST_F(RoadmapGrowthTest, TheSameGrowthAsBuildingTheLargerMapFromTheSameSequence
     ScopedMatrix grownSamples = makeScopedMatrix();
     copyMatrix(samples.get(), grownSamples.get());
     resources.random() = MersenneTwister();
-    const PlannerParameters larger = {0.0, 35.0, 4.0, 5.0, 4.0};
+    const PlannerParameters larger = {35, 4, 5, 4.0};
     hostBuildRoadmap(resources, host, robot, larger, nullptr, samples.get(), graph.get());
     EXPECT_TRUE(*graph == grown);
     for (int i = 0; i < 3 * 35; ++i)

@@ -104,7 +104,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     timer.restart();
     for (const auto& [source, destination] : problem.queries) {
         double cost = NoPathCost;
-        shortestPath(&graph, source, destination, &cost, path.get());
+        shortestPath(&graph, source - 1, destination - 1, &cost, path.get());
     }
     figures.searchMs = millisecondsOf(timer, int(problem.queries.size()));
     return figures;

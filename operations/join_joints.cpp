@@ -36,16 +36,12 @@ Configuration configurationFrom(const double* joints)
 }
 
 // Inserts one query configuration into the map, in place: it stays there.
-void insertQueryNode(OperationScope& operation, const double* joints, const PlannerParameters& parameters,
-                     int* edgesMade, int* nodeIndex)
+InsertedNode insertQueryNode(OperationScope& operation, const double* joints, const PlannerParameters& parameters)
 {
     RobotMap& map = operation.map();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
-    const InsertedNode inserted = NodeInserter(checker, operation.session().progress())
-                                      .insert(configurationFrom(joints), map.roadmap(), parameters);
-    *edgesMade = inserted.edgesMade;
-    // The route counts nodes from 1.
-    *nodeIndex = inserted.node < 0 ? -1 : inserted.node + 1;
+    return NodeInserter(checker, operation.session().progress())
+        .insert(configurationFrom(joints), map.roadmap(), parameters);
 }
 
 // Configurations that are not numbers, or a map with no room for two more
@@ -186,28 +182,29 @@ void tellFailure(PlannerSession& session, bool silent, RouteOutcome outcome, con
 // The query proper, between the saved and the restored robot state: both
 // configurations into the map, then the search. `cancelled` says whether
 // the user cancelled one of the insertions.
-RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const double* jnts2, int* startIndex,
-                       int* endIndex, bool* cancelled)
+RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const double* jnts2, int* startNode,
+                       int* endNode, bool* cancelled)
 {
     PlannerSession& session = operation.session();
     ProgressReporter& progress = session.progress();
     const PlannerParameters parameters = session.settings().parameters();
-    int edgesMade = -1;
-    *startIndex = -1;
-    *endIndex = -1;
+    *startNode = -1;
+    *endNode = -1;
 
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding start node"));
-    insertQueryNode(operation, jnts1, parameters, &edgesMade, startIndex);
+    InsertedNode inserted = insertQueryNode(operation, jnts1, parameters);
+    *startNode = inserted.node;
     qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
     *cancelled = firstCancelled;
     if (operation.abandoned())
         return RouteOutcome::Abandoned;
-    if (edgesMade < 1)
+    if (inserted.edgesMade < 1)
         return RouteOutcome::StartUnreachable;
 
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding end node"));
-    insertQueryNode(operation, jnts2, parameters, &edgesMade, endIndex);
+    inserted = insertQueryNode(operation, jnts2, parameters);
+    *endNode = inserted.node;
     // After a cancelled first insertion this dialog stays open until the next
     // one replaces it.
     if (!firstCancelled)
@@ -217,18 +214,19 @@ RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const dou
         progress.finish();
         return RouteOutcome::Abandoned;
     }
-    if (edgesMade < 1)
+    if (inserted.edgesMade < 1)
         return RouteOutcome::EndUnreachable;
 
+    // Nodes are told counted from 1, as the route counts them.
     qDebug().noquote().nospace() << "Calculating map...";
-    qDebug().noquote().nospace() << *startIndex;
-    qDebug().noquote().nospace() << *endIndex;
+    qDebug().noquote().nospace() << *startNode + 1;
+    qDebug().noquote().nospace() << *endNode + 1;
     // The end node is the search's source, so the chain comes back start first.
     double cost = NoPathCost;
     RobotMap& map = operation.map();
-    shortestPath(map.graph(), *endIndex, *startIndex, &cost, map.route());
+    shortestPath(map.graph(), *endNode, *startNode, &cost, map.route());
     if (cost >= NoPathCost) {
-        qDebug().noquote().nospace() << "Not possible to link nodes " << *startIndex << " and " << *endIndex;
+        qDebug().noquote().nospace() << "Not possible to link nodes " << *startNode + 1 << " and " << *endNode + 1;
         return RouteOutcome::NoPath;
     }
     return RouteOutcome::Found;
@@ -244,15 +242,15 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
     PlannerSession& session = operation.session();
     const PlannerSettings& settings = session.settings();
     MapGrowth growth(settings.growLimit);
-    int startIndex = -1;
-    int endIndex = -1;
+    int startNode = -1;
+    int endNode = -1;
     int removed = 0;
     bool cancelled = false;
-    RouteOutcome outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
+    RouteOutcome outcome = findRoute(operation, jnts1, jnts2, &startNode, &endNode, &cancelled);
     for (;;) {
         // After a cancelled insertion the route is not checked: it goes as it always went.
         if (outcome == RouteOutcome::Found && settings.checkRoutes && !cancelled
-            && !repairRoute(operation, startIndex, endIndex, &removed))
+            && !repairRoute(operation, startNode, endNode, &removed))
             outcome = operation.abandoned() ? RouteOutcome::Abandoned : RouteOutcome::NoPath;
         if (outcome == RouteOutcome::Found || outcome == RouteOutcome::Abandoned || cancelled || !growth.canGrow())
             break;
@@ -263,12 +261,11 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
         }
         // While the new samples leave the two ends apart, the next round comes
         // without a search, which costs the square of the map; the last try searches.
-        const bool apart = startIndex > 0 && endIndex > 0
-                        && !nodesConnected(operation.map().graph(), startIndex - 1, endIndex - 1);
+        const bool apart = startNode >= 0 && endNode >= 0 && !nodesConnected(operation.map().graph(), startNode, endNode);
         if (apart && growth.canGrow())
             continue;
         // The two configurations are samples of the map now: they are found again, not added.
-        outcome = findRoute(operation, jnts1, jnts2, &startIndex, &endIndex, &cancelled);
+        outcome = findRoute(operation, jnts1, jnts2, &startNode, &endNode, &cancelled);
     }
     if (growth.grown() > 0)
         qDebug().noquote().nospace() << "The map grew by " << growth.grown() << " samples";

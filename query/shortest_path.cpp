@@ -216,16 +216,19 @@ void append(RoadmapMatrix* path, int node)
 
 }  // namespace
 
-void shortestPath(const RoadmapGraph* graph, int source, int destination, double* cost, RoadmapMatrix* path)
+void shortestPath(const RoadmapGraph* graph, int sourceNode, int destinationNode, double* cost, RoadmapMatrix* path)
 {
     *cost = NoPathCost;
     setSize(path, 1, 0);
 
     const int n = graph->nodeCount();
-    if (source > n || destination > n || source < 1 || destination < 1) {
+    if (sourceNode >= n || destinationNode >= n || sourceNode < 0 || destinationNode < 0) {
         report("Internal problem: Index out of bounds!!");
         return;
     }
+    // The search counts from 1, as the route it writes does.
+    int source = sourceNode + 1;
+    int destination = destinationNode + 1;
     if (source == destination) {
         *cost = 0.0;
         append(path, source);

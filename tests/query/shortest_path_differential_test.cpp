@@ -87,7 +87,7 @@ int compareOn(std::mt19937& engine, int graphs, const std::vector<double>& weigh
                 tableShortestPath(dense.get(), source, destination, cost, path);
             });
             const Outcome found = run([&](double* cost, RoadmapMatrix* path) {
-                shortestPath(&graph, source, destination, cost, path);
+                shortestPath(&graph, source - 1, destination - 1, cost, path);
             });
             ++compared;
             if (!(found == expected)) {

@@ -86,7 +86,7 @@ TEST(ShortestPathReference, RoutesOnRandomGraphsMatchDijkstra)
                 if (destination == source)
                     continue;
                 double cost = 0.0;
-                shortestPath(g.get(), source, destination, &cost, path.get());
+                shortestPath(g.get(), source - 1, destination - 1, &cost, path.get());
                 if (expected.distance[destination] == std::numeric_limits<double>::infinity()) {
                     ++unreachablePairs;
                     EXPECT_GE(cost, 1e99);
@@ -127,7 +127,7 @@ TEST(ShortestPathReference, CostsWithManyTiesMatchDijkstra)
                 if (destination == source || expected.distance[destination] == std::numeric_limits<double>::infinity())
                     continue;
                 double cost = 0.0;
-                shortestPath(g.get(), source, destination, &cost, path.get());
+                shortestPath(g.get(), source - 1, destination - 1, &cost, path.get());
                 ASSERT_EQ(cost, expected.distance[destination]);
                 ASSERT_GE(columns(path.get()), 2);
                 EXPECT_EQ(path->values[0], destination);

@@ -36,10 +36,11 @@ std::vector<int> nodesOf(const RoadmapMatrix* path)
 
 class ShortestPathTest : public testing::Test {
 protected:
+    // Nodes counted from 1 here, as the route the search writes counts them.
     std::vector<int> search(const RoadmapGraph* graph, int source, int destination)
     {
         testing::internal::CaptureStdout();
-        shortestPath(graph, source, destination, &cost, path.get());
+        shortestPath(graph, source - 1, destination - 1, &cost, path.get());
         printed = testing::internal::GetCapturedStdout();
         return nodesOf(path.get());
     }

@@ -132,8 +132,8 @@ TEST(PlannerCore, BuildsInsertsTwoNodesAndFindsARouteWithoutAHost)
 
     double cost = NoPathCost;
     ScopedMatrix route = makeScopedMatrix();
-    // The search and its route count nodes from 1, as the stored route does.
-    shortestPath(graph, start.node + 1, goal.node + 1, &cost, route.get());
+    // The route counts nodes from 1, as a stored route does.
+    shortestPath(graph, start.node, goal.node, &cost, route.get());
     ASSERT_LT(cost, NoPathCost);
     ASSERT_EQ(rows(route.get()), 1);
     const int length = columns(route.get());

@@ -24,9 +24,6 @@ public:
     const JointVector& lower() const { return lower_; }
     const JointVector& upper() const { return upper_; }
 
-    // The 0-based seed the next call tries first (as many seeds were tried).
-    int nextSeed() const { return nextSeed_; }
-
     // The next free configuration (its first J values; the rest are 0); false
     // when cancelled, and the configuration is then unusable.
     bool next(Configuration& configuration);

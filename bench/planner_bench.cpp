@@ -77,26 +77,24 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
 {
     Problem problem(sampleCount);
     problem.resources.random() = start;
+    HostCollisionChecker checker(&problem.host, problem.robot);
     ScopedMatrix seeds = makeScopedMatrix();
-    ScopedMatrix samples = makeScopedMatrix();
-    RoadmapGraph graph;
+    Roadmap roadmap;
     Figures figures;
     QElapsedTimer timer;
     timer.start();
-    hostBuildRoadmap(problem.resources, problem.host, problem.robot, problem.parameters, seeds.get(), samples.get(), &graph);
+    RoadmapBuilder(checker, problem.resources.progress(), problem.resources.random())
+        .build(problem.parameters, seeds.get(), roadmap);
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
-    figures.edges = graph.edgeCount();
+    figures.edges = roadmap.edgeCount();
 
     // Each insertion into the map as built, in place, undone by dropping the node.
+    NodeInserter inserter(checker, problem.resources.progress());
     timer.restart();
     for (const Configuration& q : problem.insertions) {
-        int edgesMade = 0;
-        int nodeIndex = 0;
-        hostInsertNode(problem.resources, problem.host, problem.robot, q, samples.get(), &graph, problem.parameters, samples.get(),
-                       &graph, &edgesMade, &nodeIndex);
-        setSize(samples.get(), rows(samples.get()), sampleCount);
-        graph.resize(sampleCount);
+        inserter.insert(q, roadmap, problem.parameters);
+        roadmap.truncate(sampleCount);
     }
     figures.insertMs = millisecondsOf(timer, int(problem.insertions.size()));
 
@@ -104,7 +102,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     timer.restart();
     for (const auto& [source, destination] : problem.queries) {
         double cost = NoPathCost;
-        shortestPath(&graph, source - 1, destination - 1, &cost, path.get());
+        shortestPath(&roadmap.graph(), source - 1, destination - 1, &cost, path.get());
     }
     figures.searchMs = millisecondsOf(timer, int(problem.queries.size()));
     return figures;

@@ -26,6 +26,12 @@
 
 namespace {
 
+// A target's joint values as the planner takes them.
+JointVector jointsOf(const SimItem& target)
+{
+    return JointVector(target.jointValues.data(), static_cast<int>(target.jointValues.size()));
+}
+
 void quiet(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     if (type != QtDebugMsg)
@@ -73,7 +79,7 @@ struct Bench {
     {
         const SimItem* a = host.station().find(QStringLiteral("Left"), ItemType::Target);
         const SimItem* b = host.station().find(QStringLiteral("Right"), ItemType::Target);
-        return linkJointValues(*session, true, a->jointValues.data(), b->jointValues.data(), QStringLiteral("Through"));
+        return linkJointValues(*session, true, jointsOf(*a), jointsOf(*b), QStringLiteral("Through"));
     }
 
     TestCounter counter;

@@ -37,6 +37,12 @@ using namespace ompl_joint_space;
 
 namespace {
 
+// A target's joint values as the planner takes them.
+JointVector jointsOf(const SimItem& target)
+{
+    return JointVector(target.jointValues.data(), static_cast<int>(target.jointValues.size()));
+}
+
 const std::vector<std::pair<QString, QString>> Links = {{"A", "B"}, {"B", "C"}, {"C", "D"}, {"A", "E"}, {"E", "D"}};
 
 void quiet(QtMsgType type, const QMessageLogContext&, const QString& message)
@@ -144,7 +150,7 @@ bool compareOn(const QString& stationPath, int sampleCount)
     for (const auto& [from, to] : Links) {
         const SimItem* a = host.station().find(from, ItemType::Target);
         const SimItem* b = host.station().find(to, ItemType::Target);
-        if (!linkJointValues(*session, true, a->jointValues.data(), b->jointValues.data(), from + "To" + to)) {
+        if (!linkJointValues(*session, true, jointsOf(*a), jointsOf(*b), from + "To" + to)) {
             std::fprintf(stderr, "shortcut_compare: no route from %s to %s\n", qUtf8Printable(from),
                          qUtf8Printable(to));
             return false;

@@ -28,15 +28,16 @@
 
 namespace {
 
-Configuration configurationFrom(const double* joints)
+Configuration configurationFrom(const JointVector& joints)
 {
     Configuration configuration;
-    std::copy(joints, joints + JointVector::MaxJoints, configuration.begin());
+    std::copy(joints.values(), joints.values() + JointVector::MaxJoints, configuration.begin());
     return configuration;
 }
 
 // Inserts one query configuration into the map, in place: it stays there.
-InsertedNode insertQueryNode(OperationScope& operation, const double* joints, const PlannerParameters& parameters)
+InsertedNode insertQueryNode(OperationScope& operation, const JointVector& joints,
+                             const PlannerParameters& parameters)
 {
     RobotMap& map = operation.map();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
@@ -46,10 +47,10 @@ InsertedNode insertQueryNode(OperationScope& operation, const double* joints, co
 
 // Configurations that are not numbers, or a map with no room for two more
 // nodes, are refused before anything changes.
-bool canLink(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2)
+bool canLink(PlannerSession& session, bool silent, const JointVector& start, const JointVector& end)
 {
     const int jointCount = rows(session.map().samples());
-    if (!allFinite(jnts1, jointCount) || !allFinite(jnts2, jointCount)) {
+    if (!allFinite(start.values(), jointCount) || !allFinite(end.values(), jointCount)) {
         session.host()->showMessage(
             QCoreApplication::translate("PluginAutoPRM",
                                         "The configurations to link hold joint values that are not numbers."),
@@ -182,7 +183,7 @@ void tellFailure(PlannerSession& session, bool silent, RouteOutcome outcome, con
 // The query proper, between the saved and the restored robot state: both
 // configurations into the map, then the search. `cancelled` says whether
 // the user cancelled one of the insertions.
-RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const double* jnts2, int* startNode,
+RouteOutcome findRoute(OperationScope& operation, const JointVector& start, const JointVector& end, int* startNode,
                        int* endNode, bool* cancelled)
 {
     PlannerSession& session = operation.session();
@@ -192,7 +193,7 @@ RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const dou
     *endNode = -1;
 
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding start node"));
-    InsertedNode inserted = insertQueryNode(operation, jnts1, parameters);
+    InsertedNode inserted = insertQueryNode(operation, start, parameters);
     *startNode = inserted.node;
     qDebug().noquote().nospace() << "Done adding first node";
     const bool firstCancelled = progress.finish();
@@ -203,7 +204,7 @@ RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const dou
         return RouteOutcome::StartUnreachable;
 
     progress.start(session.mainWindow(), QCoreApplication::translate("PluginAutoPRM", "Adding end node"));
-    inserted = insertQueryNode(operation, jnts2, parameters);
+    inserted = insertQueryNode(operation, end, parameters);
     *endNode = inserted.node;
     // After a cancelled first insertion this dialog stays open until the next
     // one replaces it.
@@ -236,7 +237,7 @@ RouteOutcome findRoute(OperationScope& operation, const double* jnts1, const dou
 // against the cell when asked (its refused moves leave the map), and a link
 // that fails grows the map and tries again while the limit allows. Failures
 // are told once the last try failed.
-bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
+bool findCheckedRoute(OperationScope& operation, bool silent, const JointVector& start, const JointVector& end,
                       const QString& progname)
 {
     PlannerSession& session = operation.session();
@@ -246,7 +247,7 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
     int endNode = -1;
     int removed = 0;
     bool cancelled = false;
-    RouteOutcome outcome = findRoute(operation, jnts1, jnts2, &startNode, &endNode, &cancelled);
+    RouteOutcome outcome = findRoute(operation, start, end, &startNode, &endNode, &cancelled);
     for (;;) {
         // After a cancelled insertion the route is not checked: it goes as it always went.
         if (outcome == RouteOutcome::Found && settings.checkRoutes && !cancelled
@@ -265,7 +266,7 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
         if (apart && growth.canGrow())
             continue;
         // The two configurations are samples of the map now: they are found again, not added.
-        outcome = findRoute(operation, jnts1, jnts2, &startNode, &endNode, &cancelled);
+        outcome = findRoute(operation, start, end, &startNode, &endNode, &cancelled);
     }
     if (growth.grown() > 0)
         qDebug().noquote().nospace() << "The map grew by " << growth.grown() << " samples";
@@ -286,29 +287,29 @@ bool findCheckedRoute(OperationScope& operation, bool silent, const double* jnts
 
 }  // namespace
 
-Item linkJointValues(PlannerSession& session, bool silent, const double* jnts1, const double* jnts2,
-                 const QString& progname)
+Item linkJointValues(PlannerSession& session, bool silent, const JointVector& start, const JointVector& end,
+                     const QString& progname)
 {
     OperationScope operation(session, silent);
     if (!operation.started())
         return nullptr;
-    return linkJoints(operation, silent, jnts1, jnts2, progname);
+    return linkJoints(operation, silent, start, end, progname);
 }
 
-Item linkJoints(OperationScope& operation, bool silent, const double* jnts1, const double* jnts2,
+Item linkJoints(OperationScope& operation, bool silent, const JointVector& start, const JointVector& end,
                 const QString& progname)
 {
     PlannerSession& session = operation.session();
     if (!session.requireRobot(silent))
         return nullptr;
-    if (!canLink(session, silent, jnts1, jnts2))
+    if (!canLink(session, silent, start, end))
         return nullptr;
     HostApi* host = session.host();
     HostItem* robot = session.robot();
 
     DisplayGuard display(host, robot);
 
-    const bool found = findCheckedRoute(operation, silent, jnts1, jnts2, progname) && session.robotStillThere();
+    const bool found = findCheckedRoute(operation, silent, start, end, progname) && session.robotStillThere();
     std::vector<ViaPoint> points = routePoints(session.map());
     // Shortened while the display waits, before the robot goes back.
     if (found && session.settings().shortenRoutes && allSamples(points, session.map().sampleCount())) {

@@ -85,7 +85,7 @@ Item linkTargets(PlannerSession& session, bool silent, Item target1, Item target
     second->joints(secondJoints);
     qDebug().noquote() << firstJoints.toText(", ", 3);
     qDebug().noquote() << secondJoints.toText(", ", 3);
-    return linkJoints(operation, silent, firstJoints.values(), secondJoints.values(), programName);
+    return linkJoints(operation, silent, firstJoints, secondJoints, programName);
 }
 
 bool linkPrograms(PlannerSession& session, bool silent, const QList<Item>& programs, const QString& progname_in)
@@ -130,7 +130,7 @@ bool linkPrograms(PlannerSession& session, bool silent, const QList<Item>& progr
             if (JointVector::distance(previousEnd, currentStart) > ProgramsMeetDistance) {
                 if (ok)
                     ok =
-                        linkJoints(operation, silent, previousEnd.values(), currentStart.values(), linkName) != nullptr;
+                        linkJoints(operation, silent, previousEnd, currentStart, linkName) != nullptr;
                 if (operation.abandoned())
                     return false;
                 calls << linkName;

@@ -41,7 +41,11 @@ Item GuardedOperations::joinJoints(bool silent, const double* joints1, const dou
                                    const QString& programName)
 {
     return guardedEntry(session_.resources(), session_.host(), Item(nullptr),
-                        [&] { return linkJointValues(session_, silent, joints1, joints2, programName); });
+                        [&] {
+                            // The host hands over 12 values each, the most a robot has.
+                            return linkJointValues(session_, silent, JointVector(joints1, JointVector::MaxJoints),
+                                                   JointVector(joints2, JointVector::MaxJoints), programName);
+                        });
 }
 
 void GuardedOperations::showSamples()

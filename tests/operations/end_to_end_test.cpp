@@ -19,7 +19,7 @@ protected:
 
     Item query()
     {
-        return linkJointValues(session, true, start.values(), end.values(), "Across");
+        return linkJointValues(session, true, start, end, "Across");
     }
 
     // The joints of every target the program moves through, in order.

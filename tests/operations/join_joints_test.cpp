@@ -25,7 +25,8 @@ protected:
         double second[JointVector::MaxJoints] = {};
         std::copy(start.begin(), start.end(), first);
         std::copy(end.begin(), end.end(), second);
-        return linkJointValues(session, silent, first, second, name);
+        return linkJointValues(session, silent, JointVector(first, JointVector::MaxJoints),
+                               JointVector(second, JointVector::MaxJoints), name);
     }
 
     // Joints of the targets a program moves through.

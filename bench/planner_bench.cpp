@@ -46,7 +46,7 @@ struct Problem {
     PlannerResources resources;  // the generator and the (unshown) progress dialog
     FakeRobot* robot = nullptr;
     PlannerParameters parameters;
-    std::vector<Configuration> insertions;
+    std::vector<JointVector> insertions;
     std::vector<std::pair<int, int>> queries;
 
     explicit Problem(int sampleCount)
@@ -57,9 +57,9 @@ struct Problem {
         std::mt19937 draw(7);
         std::uniform_real_distribution<double> joint(-160.0, 160.0);
         for (int i = 0; i < 10; ++i) {
-            Configuration q{};
+            JointVector q(6);
             for (int j = 0; j < 6; ++j)
-                q[size_t(j)] = joint(draw);
+                q[j] = joint(draw);
             insertions.push_back(q);
         }
         std::uniform_int_distribution<int> node(1, sampleCount);
@@ -92,7 +92,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     // Each insertion into the map as built, in place, undone by dropping the node.
     NodeInserter inserter(checker, problem.resources.progress());
     timer.restart();
-    for (const Configuration& q : problem.insertions) {
+    for (const JointVector& q : problem.insertions) {
         inserter.insert(q, roadmap, problem.parameters);
         roadmap.truncate(sampleCount);
     }
@@ -134,7 +134,7 @@ Figures measureReference(int sampleCount, const MersenneTwister& start)
     ScopedMatrix committedSamples = makeScopedMatrix();
     ScopedMatrix committedGraph = makeScopedMatrix();
     timer.restart();
-    for (const Configuration& q : problem.insertions) {
+    for (const JointVector& q : problem.insertions) {
         int edgesMade = 0;
         int nodeIndex = 0;
         denseInsertNode(checker, problem.resources.progress(), q, samples.get(), graph.get(), problem.parameters, samplesOut.get(),

@@ -93,7 +93,7 @@ og::PathGeometric pathOf(const std::vector<ViaPoint>& route, const ob::SpaceInfo
     ob::State* state = si->allocState();
     for (const ViaPoint& point : route) {
         for (int i = 0; i < joints; ++i)
-            state->as<ob::RealVectorStateSpace::StateType>()->values[i] = point.joints[size_t(i)];
+            state->as<ob::RealVectorStateSpace::StateType>()->values[i] = point.joints[i];
         path.append(state);
     }
     si->freeState(state);
@@ -107,7 +107,7 @@ std::vector<ViaPoint> plainRoute(const RobotMap& map)
     for (int i = 0; i < columns(map.route()); ++i) {
         ViaPoint point;
         point.sample = static_cast<int>(at(map.route(), 0, i)) - 1;
-        std::copy_n(column(map.samples(), point.sample), rows(map.samples()), point.joints.begin());
+        point.joints = JointVector(column(map.samples(), point.sample), rows(map.samples()));
         route.push_back(point);
     }
     return route;

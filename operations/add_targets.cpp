@@ -32,8 +32,7 @@ enum class Insertion { AlreadyPresent, Connected, Isolated };
 Insertion insertIntoMap(OperationScope& operation, const JointVector& joints, const PlannerParameters& parameters,
                         int* edgesMade)
 {
-    Configuration configuration{};
-    std::copy(joints.values(), joints.values() + joints.count(), configuration.begin());
+    const JointVector configuration(joints.values(), joints.count());
     RobotMap& map = operation.map();
     const int samplesBefore = map.sampleCount();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());

@@ -28,13 +28,6 @@
 
 namespace {
 
-Configuration configurationFrom(const JointVector& joints)
-{
-    Configuration configuration;
-    std::copy(joints.values(), joints.values() + JointVector::MaxJoints, configuration.begin());
-    return configuration;
-}
-
 // Inserts one query configuration into the map, in place: it stays there.
 InsertedNode insertQueryNode(OperationScope& operation, const JointVector& joints,
                              const PlannerParameters& parameters)
@@ -42,7 +35,7 @@ InsertedNode insertQueryNode(OperationScope& operation, const JointVector& joint
     RobotMap& map = operation.map();
     HostCollisionChecker checker(operation.session().host(), operation.session().robot());
     return NodeInserter(checker, operation.session().progress())
-        .insert(configurationFrom(joints), map.roadmap(), parameters);
+        .insert(joints, map.roadmap(), parameters);
 }
 
 // Configurations that are not numbers, or a map with no room for two more
@@ -81,7 +74,7 @@ std::vector<ViaPoint> routePoints(const RobotMap& map)
         ViaPoint point;
         point.sample = static_cast<int>(at(route, 0, i) - 1.0);
         if (point.sample >= 0 && point.sample < map.sampleCount())
-            std::copy_n(column(samples, point.sample), jointCount, point.joints.begin());
+            point.joints = JointVector(column(samples, point.sample), jointCount);
         points.push_back(point);
     }
     return points;
@@ -123,7 +116,7 @@ Item writeRoute(PlannerSession& session, bool silent, const QString& progname, c
             program->deleteItem();
             return nullptr;
         }
-        const JointVector joints(point.joints.data(), jointCount);
+        const JointVector joints(point.joints.values(), jointCount);
         if (i == 0)
             robot->setJoints(joints);
         const QString name = made ? QStringLiteral("Pt %1 (via)").arg(i + 1)

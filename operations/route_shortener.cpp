@@ -18,16 +18,29 @@ constexpr double Fine[] = {0.0, 0.125, 0.25, 0.375, 0.5, 0.625, 0.75, 0.875, 1.0
 constexpr int BaseBudget = 200;
 constexpr int BudgetPerPoint = 40;
 
-Configuration along(const Configuration& from, const Configuration& to, double fraction, int jointCount)
+JointVector along(const JointVector& from, const JointVector& to, double fraction, int jointCount)
 {
     if (fraction <= 0.0)
         return from;
     if (fraction >= 1.0)
         return to;
-    Configuration point{};
+    JointVector point(jointCount);
     for (int i = 0; i < jointCount; ++i)
-        point[size_t(i)] = from[size_t(i)] + (to[size_t(i)] - from[size_t(i)]) * fraction;
+        point[i] = from[i] + (to[i] - from[i]) * fraction;
     return point;
+}
+
+// All the values two configurations hold are the same.
+bool sameValues(const JointVector& a, const JointVector& b)
+{
+    return std::equal(a.values(), a.values() + JointVector::MaxJoints, b.values());
+}
+
+// All the values of a come before those of b, compared in order.
+bool valuesBefore(const JointVector& a, const JointVector& b)
+{
+    return std::lexicographical_compare(a.values(), a.values() + JointVector::MaxJoints, b.values(),
+                                        b.values() + JointVector::MaxJoints);
 }
 
 // A possible shortcut: from `u` along move s to `v` along move t, and what it saves.
@@ -40,22 +53,31 @@ struct Shortcut {
 };
 }  // namespace
 
+bool RouteShortener::MoveOrder::operator()(const Move& a, const Move& b) const
+{
+    if (valuesBefore(a.first, b.first))
+        return true;
+    if (valuesBefore(b.first, a.first))
+        return false;
+    return valuesBefore(a.second, b.second);
+}
+
 RouteShortener::RouteShortener(CollisionChecker& checker, int jointCount) : checker_(checker), jointCount_(jointCount) {}
 
-double RouteShortener::distance(const Configuration& a, const Configuration& b) const
+double RouteShortener::distance(const JointVector& a, const JointVector& b) const
 {
-    return jointDistance(a.data(), b.data(), jointCount_);
+    return jointDistance(a.values(), b.values(), jointCount_);
 }
 
 double RouteShortener::travel(const std::vector<ViaPoint>& route, int jointCount)
 {
     double total = 0.0;
     for (size_t i = 1; i < route.size(); ++i)
-        total += jointDistance(route[i - 1].joints.data(), route[i].joints.data(), jointCount);
+        total += jointDistance(route[i - 1].joints.values(), route[i].joints.values(), jointCount);
     return total;
 }
 
-bool RouteShortener::moveIsFree(const Configuration& from, const Configuration& to)
+bool RouteShortener::moveIsFree(const JointVector& from, const JointVector& to)
 {
     // A move asked about before has its answer already, at no cost.
     const auto key = std::make_pair(from, to);
@@ -64,7 +86,8 @@ bool RouteShortener::moveIsFree(const Configuration& from, const Configuration& 
         return known->second;
     --budget_;
     ++movesChecked_;
-    const bool free = checker_.jointMove(JointVector(from.data(), jointCount_), JointVector(to.data(), jointCount_)) == 0;
+    const bool free =
+        checker_.jointMove(JointVector(from.values(), jointCount_), JointVector(to.values(), jointCount_)) == 0;
     answers_.emplace(key, free);
     return free;
 }
@@ -127,12 +150,12 @@ bool RouteShortener::cutOnce(std::vector<ViaPoint>& route, Grid grid)
     std::vector<Shortcut> shortcuts;
     for (int s = 0; s < moves; ++s) {
         for (int u = 0; u < FractionCount - 1; ++u) {
-            const Configuration a =
+            const JointVector a =
                 along(route[size_t(s)].joints, route[size_t(s) + 1].joints, Fractions[u], jointCount_);
             const double at = before[size_t(s)] + Fractions[u] * length[size_t(s)];
             for (int t = s; t < moves; ++t) {
                 for (int v = t == s ? u + 1 : 1; v < FractionCount; ++v) {
-                    const Configuration b =
+                    const JointVector b =
                         along(route[size_t(t)].joints, route[size_t(t) + 1].joints, Fractions[v], jointCount_);
                     if (!tried(u, v))
                         continue;
@@ -185,19 +208,19 @@ bool RouteShortener::relaxViaPoints(std::vector<ViaPoint>& route)
 {
     bool moved = false;
     for (size_t i = 1; i + 1 < route.size() && budget_ > 0; ++i) {
-        const Configuration& before = route[i - 1].joints;
-        const Configuration& after = route[i + 1].joints;
-        const Configuration& at = route[i].joints;
+        const JointVector& before = route[i - 1].joints;
+        const JointVector& after = route[i + 1].joints;
+        const JointVector& at = route[i].joints;
         // In L1 a via point costs nothing where each joint lies between its
         // values at the two neighbours: it goes there, or as far towards it as
         // free moves allow.
-        Configuration goal = at;
+        JointVector goal = at;
         for (int j = 0; j < jointCount_; ++j)
-            goal[size_t(j)] = std::clamp(at[size_t(j)], std::min(before[size_t(j)], after[size_t(j)]),
-                                         std::max(before[size_t(j)], after[size_t(j)]));
+            goal[j] = std::clamp(at[j], std::min(before[j], after[j]),
+                                         std::max(before[j], after[j]));
         const double now = distance(before, at) + distance(at, after);
         const double tolerance = 1e-9 * (1.0 + now);
-        auto take = [&](const Configuration& candidate) {
+        auto take = [&](const JointVector& candidate) {
             if (distance(before, candidate) + distance(candidate, after) >= now - tolerance || budget_ <= 0)
                 return false;
             if (!moveIsFree(before, candidate) || !moveIsFree(candidate, after))
@@ -213,9 +236,9 @@ bool RouteShortener::relaxViaPoints(std::vector<ViaPoint>& route)
         }
         // Else one joint at a time, where another joint's move is what collides.
         for (int j = 0; j < jointCount_ && !taken; ++j) {
-            Configuration candidate = at;
-            candidate[size_t(j)] = goal[size_t(j)];
-            taken = candidate != at && take(candidate);
+            JointVector candidate = at;
+            candidate[j] = goal[j];
+            taken = !sameValues(candidate, at) && take(candidate);
         }
     }
     return moved;

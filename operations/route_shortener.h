@@ -1,7 +1,7 @@
 // Shortening routes before they are written as programs.
 #pragma once
 
-#include "configuration.h"
+#include "vorlik/joint_vector.h"
 
 #include <map>
 #include <utility>
@@ -13,7 +13,7 @@ class CollisionChecker;
 // or NewPoint for a point the shortening put on a move.
 struct ViaPoint {
     static constexpr int NewPoint = -2147483647 - 1;
-    Configuration joints{};
+    JointVector joints;
     int sample = NewPoint;
 };
 
@@ -40,8 +40,8 @@ public:
     static double travel(const std::vector<ViaPoint>& route, int jointCount);
 
 private:
-    bool moveIsFree(const Configuration& from, const Configuration& to);
-    double distance(const Configuration& a, const Configuration& b) const;
+    bool moveIsFree(const JointVector& from, const JointVector& to);
+    double distance(const JointVector& a, const JointVector& b) const;
     // Drops via points that the farthest free straight move skips; true when any went.
     bool dropViaPoints(std::vector<ViaPoint>& route);
     // Where on the moves cuts may start and end: quarters, then eighths.
@@ -55,6 +55,11 @@ private:
     int jointCount_;
     int movesChecked_ = 0;
     int budget_ = 0;
+    // A move by its two ends, ordered by their joint values.
+    using Move = std::pair<JointVector, JointVector>;
+    struct MoveOrder {
+        bool operator()(const Move& a, const Move& b) const;
+    };
     // The host's answer for every move asked about, by its two ends.
-    std::map<std::pair<Configuration, Configuration>, bool> answers_;
+    std::map<Move, bool, MoveOrder> answers_;
 };

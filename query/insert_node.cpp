@@ -35,7 +35,7 @@ void NodeInserter::setNeighbourStrategy(std::unique_ptr<NeighbourStrategy> strat
     neighbours_ = std::move(strategy);
 }
 
-InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& roadmap,
+InsertedNode NodeInserter::insert(const JointVector& configuration, Roadmap& roadmap,
                                   const PlannerParameters& parameters)
 {
     InsertedNode inserted;
@@ -48,7 +48,7 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
 
     int batch = std::min(FirstBatch, sampleCount);
     std::vector<NeighbourStrategy::Candidate> candidates =
-        neighbours_->nearest(roadmap.samples(), sampleCount, configuration.data(), jointCount, batch);
+        neighbours_->nearest(roadmap.samples(), sampleCount, configuration.values(), jointCount, batch);
     const NeighbourStrategy::Candidate nearest = candidates.front();
 
     // Within one robot step of a sample the configuration is that sample. The
@@ -64,7 +64,7 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
     inserted.node = side;
 
     // Nearest first: usually only a few are tried.
-    const JointVector node(configuration.data(), jointCount);
+    const JointVector node(configuration.values(), jointCount);
     int edges = 0;
     for (int k = 0; k < sampleCount; ++k) {
         if (showConnectProgress(progress_, k + 1, sampleCount, edges)) {
@@ -74,7 +74,7 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
         }
         if (k == batch) {
             batch = static_cast<int>(std::min<long long>(2LL * batch, sampleCount));
-            candidates = neighbours_->nearest(roadmap.samples(), sampleCount, configuration.data(), jointCount, batch);
+            candidates = neighbours_->nearest(roadmap.samples(), sampleCount, configuration.values(), jointCount, batch);
         }
         const NeighbourStrategy::Candidate candidate = candidates[static_cast<size_t>(k)];
         if (checker_.jointMove(node, JointVector(roadmap.sample(candidate.index), jointCount)) != 0)
@@ -89,7 +89,7 @@ InsertedNode NodeInserter::insert(const Configuration& configuration, Roadmap& r
     }
 
     // Appended even without edges: an isolated node, which the caller reports.
-    roadmap.appendSample(configuration.data());
+    roadmap.appendSample(configuration.values());
     inserted.edgesMade = edges;
     return inserted;
 }

@@ -36,7 +36,8 @@ public:
     // appended and linked to the nearest samples whose joint move is free,
     // until NewNodeEdges edges are made. A cancel leaves the new node without
     // its sample (and so the graph a node ahead of the samples).
-    InsertedNode insert(const Configuration& configuration, Roadmap& roadmap, const PlannerParameters& parameters);
+    // The configuration's first J values are taken, J the roadmap's joint count.
+    InsertedNode insert(const JointVector& configuration, Roadmap& roadmap, const PlannerParameters& parameters);
 
 private:
     CollisionChecker& checker_;  // the robot and its cell

@@ -1,14 +1,9 @@
-// A robot configuration inside the planner.
+// Checks of the joint values of a configuration.
 #pragma once
 
 #include "vorlik/joint_vector.h"
 
-#include <array>
 #include <cmath>
-
-// A robot configuration inside the planner: 12 joint values of which only the
-// first J (the robot's joint count) matter; the rest stay 0.
-using Configuration = std::array<double, JointVector::MaxJoints>;
 
 // True when every one of the `count` values is a finite number: joint values
 // that are not cannot be compared or interpolated, and are refused.

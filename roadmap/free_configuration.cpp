@@ -7,7 +7,6 @@
 #include "random_generator.h"
 #include "roadmap_matrix.h"
 
-#include <algorithm>
 
 FreeConfigurationSearch::FreeConfigurationSearch(CollisionChecker& checker, PlannerProgress& progress,
                                                  MersenneTwister& random, const RoadmapMatrix* seeds)
@@ -16,16 +15,15 @@ FreeConfigurationSearch::FreeConfigurationSearch(CollisionChecker& checker, Plan
     checker_.jointLimits(lower_, upper_);
 }
 
-bool FreeConfigurationSearch::isFree(const double* configuration)
+bool FreeConfigurationSearch::isFree(const JointVector& configuration)
 {
-    const JointVector joints(configuration, jointCount());
-    return checker_.accepts(joints) && checker_.collisionCount(joints) == 0;
+    return checker_.accepts(configuration) && checker_.collisionCount(configuration) == 0;
 }
 
-bool FreeConfigurationSearch::next(Configuration& configuration)
+bool FreeConfigurationSearch::next(JointVector& configuration)
 {
     const int joints = jointCount();
-    configuration.fill(0.0);
+    configuration = JointVector(joints);
     int attempts = 0;
 
     // A refused seed is not an attempt: the user gave it, nothing was searched.
@@ -34,12 +32,12 @@ bool FreeConfigurationSearch::next(Configuration& configuration)
             if (progress_.abandoned())
                 return false;
             const double* seed = column(seeds_, nextSeed_);
-            std::copy(seed, seed + joints, configuration.begin());
+            configuration.assign(seed, joints);
             ++nextSeed_;
-            if (!checker_.accepts(JointVector(configuration.data(), joints)))
+            if (!checker_.accepts(configuration))
                 continue;
             ++attempts;
-            if (checker_.collisionCount(JointVector(configuration.data(), joints)) == 0)
+            if (checker_.collisionCount(configuration) == 0)
                 return true;
             if (showAttempt(progress_, attempts))
                 return false;
@@ -61,7 +59,7 @@ bool FreeConfigurationSearch::next(Configuration& configuration)
             draws[i] = random_.nextUniform();
         for (int i = 0; i < joints; ++i)
             configuration[i] = draws[i] * range[i] + lower_[i];
-        if (isFree(configuration.data()))
+        if (isFree(configuration))
             return true;
         if (showAttempt(progress_, attempts))
             return false;

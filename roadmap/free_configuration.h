@@ -24,13 +24,13 @@ public:
     const JointVector& lower() const { return lower_; }
     const JointVector& upper() const { return upper_; }
 
-    // The next free configuration (its first J values; the rest are 0); false
-    // when cancelled, and the configuration is then unusable.
-    bool next(Configuration& configuration);
+    // The next free configuration, of the robot's J joints; false when
+    // cancelled, and the configuration is then unusable.
+    bool next(JointVector& configuration);
 
 private:
     // True when the robot takes the configuration and nothing collides there.
-    bool isFree(const double* configuration);
+    bool isFree(const JointVector& configuration);
 
     CollisionChecker& checker_;     // the robot and its cell
     PlannerProgress& progress_;     // failed attempts are shown, cancels heard

@@ -54,7 +54,7 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
 {
     FreeConfigurationSearch search(checker_, progress_, random_, seeds);
     const int jointCount = search.jointCount();
-    Configuration configuration{};
+    JointVector configuration;
 
     if (!search.next(configuration)) {
         roadmap.clear();
@@ -64,7 +64,7 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
     const int sampleTotal = parameters.samples;
     roadmap.reset(jointCount, sampleTotal);
     if (sampleTotal > 0)
-        roadmap.setSample(0, configuration.data());
+        roadmap.setSample(0, configuration.values());
     long long edgeCount = 0;
 
     for (int k = 1; k < sampleTotal; ++k) {
@@ -72,7 +72,7 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
             roadmap.truncate(k);
             return;
         }
-        roadmap.setSample(k, configuration.data());
+        roadmap.setSample(k, configuration.values());
         const auto cancelled = [&] { return showSampleProgress(progress_, k + 1, sampleTotal, edgeCount); };
         if (joinToOlder(parameters, roadmap, k, cancelled, &edgeCount)) {
             roadmap.truncate(k + 1);
@@ -89,14 +89,14 @@ int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, Roadmap
     const int jointCount = search.jointCount();
     if (roadmap.jointCount() != jointCount || roadmap.nodeCount() != roadmap.sampleCount() || !roadmap.hasSamples())
         return 0;
-    Configuration configuration{};
+    JointVector configuration;
     long long edgeCount = 0;
 
     for (int n = 0; n < count; ++n) {
         if (!search.next(configuration))
             return n;
         const int k = roadmap.addNode();
-        roadmap.appendSample(configuration.data());
+        roadmap.appendSample(configuration.values());
         if (joinToOlder(parameters, roadmap, k, [&] { return added(n + 1); }, &edgeCount))
             return n + 1;
     }

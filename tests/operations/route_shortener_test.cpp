@@ -15,13 +15,14 @@ namespace {
 ViaPoint point(double a, double b, int sample)
 {
     ViaPoint p;
+    p.joints = JointVector(2);
     p.joints[0] = a;
     p.joints[1] = b;
     p.sample = sample;
     return p;
 }
 
-bool same(const Configuration& x, const Configuration& y)
+bool same(const JointVector& x, const JointVector& y)
 {
     return x[0] == y[0] && x[1] == y[1];
 }
@@ -45,7 +46,7 @@ protected:
 
     bool moveIsFree(const ViaPoint& a, const ViaPoint& b) const
     {
-        return !robot->moveCollides(a.joints.data(), b.joints.data(), 2.0);
+        return !robot->moveCollides(a.joints.values(), b.joints.values(), 2.0);
     }
 
     FakeHost host;
@@ -119,7 +120,8 @@ TEST_F(RouteShortenerTest, TheSameRouteGivesTheSameResult)
     const std::vector<ViaPoint> second = RouteShortener(checker, 2).shorten(zigzag());
     ASSERT_EQ(first.size(), second.size());
     for (size_t i = 0; i < first.size(); ++i) {
-        EXPECT_TRUE(first[i].joints == second[i].joints);
+        EXPECT_TRUE(std::equal(first[i].joints.values(), first[i].joints.values() + JointVector::MaxJoints,
+                               second[i].joints.values()));
         EXPECT_EQ(first[i].sample, second[i].sample);
     }
 }

@@ -58,9 +58,9 @@ public:
         graphFromDense(dense.get(), &graph);
 
         for (int step = 0; step < 12; ++step) {
-            Configuration q{};
+            JointVector q(joints);
             for (int j = 0; j < joints; ++j)
-                q[size_t(j)] = pick(-5, 5) * 10.0 + (pick(0, 2) == 0 ? pick(-3, 3) : 0);
+                q[j] = pick(-5, 5) * 10.0 + (pick(0, 2) == 0 ? pick(-3, 3) : 0);
             const PlannerParameters parameters{100, pick(-2, 30), pick(0, 6), double(pick(0, 3)) * 4.0};
             const int cancelAt = pick(0, 3) == 0 ? pick(1, 6) : 0;
 

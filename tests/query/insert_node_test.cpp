@@ -44,16 +44,16 @@ protected:
         resources.progress().finish();
     }
 
-    Configuration at3(double a, double b, double c) const
+    JointVector at3(double a, double b, double c) const
     {
-        Configuration q{};
+        JointVector q(3);
         q[0] = a;
         q[1] = b;
         q[2] = c;
         return q;
     }
 
-    double distanceTo(const Configuration& q, int j) const
+    double distanceTo(const JointVector& q, int j) const
     {
         double d = 0.0;
         for (int r = 0; r < Joints; ++r)
@@ -61,7 +61,7 @@ protected:
         return d;
     }
 
-    void insert(const Configuration& q)
+    void insert(const JointVector& q)
     {
         hostInsertNode(resources, host, robot, q, samples.get(), graph.get(), parameters, samplesOut.get(), graphOut.get(), &edgesMade,
                    &nodeIndex);
@@ -99,7 +99,7 @@ protected:
 };
 }  // namespace
 
-TEST_F(InsertNodeTest, ConfigurationOfSampleSevenReusesIt)
+TEST_F(InsertNodeTest, JointVectorOfSampleSevenReusesIt)
 {
     insert(at3(sampleValue(0, 6), sampleValue(1, 6), sampleValue(2, 6)));
     EXPECT_EQ(nodeIndex, 7);
@@ -141,7 +141,7 @@ TEST_F(InsertNodeTest, ReuseReportsEdgesPerSample)
 
 TEST_F(InsertNodeTest, FiveNearestReceiveEdgesNearestFirst)
 {
-    const Configuration q = at3(41.0, 7.0, -3.0);
+    const JointVector q = at3(41.0, 7.0, -3.0);
     insert(q);
     EXPECT_EQ(nodeIndex, 11);
     EXPECT_EQ(edgesMade, 5);

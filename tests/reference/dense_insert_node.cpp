@@ -57,7 +57,7 @@ void growGraph(const RoadmapMatrix* graph, RoadmapMatrix* graphOut)
 }
 }  // namespace
 
-void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Configuration configuration, const RoadmapMatrix* samples,
+void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, const JointVector& configuration, const RoadmapMatrix* samples,
                 const RoadmapMatrix* graph, const PlannerParameters& parameters, RoadmapMatrix* samplesOut,
                 RoadmapMatrix* graphOut, int* edgesMade, int* nodeIndex)
 {
@@ -80,7 +80,7 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
     const ScopedIndexMatrix order(createIndexMatrix());
     setSize(distances, sampleCount, 1);
     for (int j = 0; j < sampleCount; ++j)
-        distances->values[j] = jointDistance(configuration.data(), column(samples, j), jointCount);
+        distances->values[j] = jointDistance(configuration.values(), column(samples, j), jointCount);
     sortWithPermutation(distances, order.get());
 
     copyMatrix(samples, samplesOut);
@@ -107,7 +107,7 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
             return;
         }
         const int candidate = order->values[k] - 1;
-        if (checker.jointMove(JointVector(configuration.data(), jointCount), JointVector(column(samples, candidate), jointCount))
+        if (checker.jointMove(JointVector(configuration.values(), jointCount), JointVector(column(samples, candidate), jointCount))
             != 0)
             continue;
         edges = incrementSaturated(edges);
@@ -121,6 +121,6 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, Confi
 
     // Appended even without edges: an isolated node, which the caller reports.
     setSize(samplesOut, jointCount, sampleCount + 1);
-    std::copy(configuration.begin(), configuration.begin() + jointCount, column(samplesOut, sampleCount));
+    std::copy(configuration.values(), configuration.values() + jointCount, column(samplesOut, sampleCount));
     *edgesMade = edges;
 }

@@ -37,7 +37,7 @@ void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, Mer
 {
     FreeConfigurationSearch search(checker, progress, random, seeds);
     const int jointCount = search.jointCount();
-    Configuration configuration{};
+    JointVector configuration;
 
     if (!search.next(configuration)) {
         setSize(samples, 0, 0);
@@ -51,7 +51,7 @@ void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, Mer
     setSize(samples, jointCount, sampleTotal);
     fillZero(samples);
     if (sampleTotal > 0)
-        std::copy(configuration.begin(), configuration.begin() + jointCount, column(samples, 0));
+        std::copy(configuration.values(), configuration.values() + jointCount, column(samples, 0));
     setSize(graph, sampleTotal, sampleTotal);
     fillZero(graph);
     double edgeCount = 0.0;
@@ -66,7 +66,7 @@ void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, Mer
             return;
         }
         double* sample = column(samples, k);
-        std::copy(configuration.begin(), configuration.begin() + jointCount, sample);
+        std::copy(configuration.values(), configuration.values() + jointCount, sample);
 
         setSize(distances, k, 1);
         for (int p = 0; p < k; ++p)

@@ -54,7 +54,7 @@ protected:
     std::unique_ptr<HostCollisionChecker> checker;
     const double lower[3] = {-10, -20, -30};
     const double upper[3] = {10, 20, 30};
-    Configuration found{};
+    JointVector found;
 };
 }  // namespace
 
@@ -144,7 +144,7 @@ TEST_F(FreeConfigurationTest, CancelDuringTheSearchEndsIt)
     };
     EXPECT_FALSE(search(nullptr).next(found));
     EXPECT_EQ(host.collisionTests, 3);
-    EXPECT_TRUE(robot->collides(found.data())) << "the last candidate, which must not be used";
+    EXPECT_TRUE(robot->collides(found.values())) << "the last candidate, which must not be used";
 }
 
 TEST_F(FreeConfigurationTest, EqualLimitsAlwaysGiveThatValue)

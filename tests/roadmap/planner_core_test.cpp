@@ -86,9 +86,9 @@ private:
     QString detail_;
 };
 
-Configuration configuration(double a, double b)
+JointVector configuration(double a, double b)
 {
-    Configuration q{};
+    JointVector q(2);
     q[0] = a;
     q[1] = b;
     return q;

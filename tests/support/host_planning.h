@@ -57,7 +57,7 @@ inline int hostGrowRoadmap(PlannerResources& resources, HostApi& host, HostItem*
 // result goes to samplesOut and graphOut (which may be the map's own). The
 // node is counted from 1, as the stored route counts it.
 inline void hostInsertNode(PlannerResources& resources, HostApi& host, HostItem* robot,
-                           const Configuration& configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
+                           const JointVector& configuration, const RoadmapMatrix* samples, const RoadmapGraph* graph,
                            const PlannerParameters& parameters, RoadmapMatrix* samplesOut, RoadmapGraph* graphOut,
                            int* edgesMade, int* nodeNumber)
 {

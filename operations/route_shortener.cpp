@@ -2,7 +2,7 @@
 #include "route_shortener.h"
 
 #include "collision_checker.h"
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 
 #include <algorithm>
 #include <cmath>
@@ -66,14 +66,14 @@ RouteShortener::RouteShortener(CollisionChecker& checker, int jointCount) : chec
 
 double RouteShortener::distance(const JointVector& a, const JointVector& b) const
 {
-    return jointDistance(a.values(), b.values(), jointCount_);
+    return JointVector::distance(a.values(), b.values(), jointCount_);
 }
 
 double RouteShortener::travel(const std::vector<ViaPoint>& route, int jointCount)
 {
     double total = 0.0;
     for (size_t i = 1; i < route.size(); ++i)
-        total += jointDistance(route[i - 1].joints.values(), route[i].joints.values(), jointCount);
+        total += JointVector::distance(route[i - 1].joints.values(), route[i].joints.values(), jointCount);
     return total;
 }
 

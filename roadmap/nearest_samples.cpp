@@ -1,7 +1,7 @@
 // The nearest older samples of a new one, in one pass with a bounded heap.
 #include "nearest_samples.h"
 
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 #include "roadmap_matrix.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ const std::vector<NeighbourStrategy::Candidate>& NearestSamples::nearest(const R
     // The heap's top is the farthest kept. Samples come in ascending index,
     // so a later one displaces it only when strictly nearer.
     for (int p = 0; p < olderCount; ++p) {
-        const double distance = jointDistance(configuration, column(samples, p), jointCount);
+        const double distance = JointVector::distance(configuration, column(samples, p), jointCount);
         if (static_cast<int>(chosen_.size()) < wanted) {
             chosen_.push_back({p, distance});
             std::push_heap(chosen_.begin(), chosen_.end(), nearer);

@@ -43,10 +43,16 @@ public:
     // L1 distance over the joints both records have.
     static double distance(const JointVector& a, const JointVector& b)
     {
-        const int n = std::min(a.count_, b.count_);
+        return distance(a.values_, b.values_, std::min(a.count_, b.count_));
+    }
+
+    // L1 distance of the first `count` values of two configurations (none
+    // when count < 1), summed in index order: the order fixes the rounding.
+    static double distance(const double* a, const double* b, int count)
+    {
         double sum = 0.0;
-        for (int i = 0; i < n; ++i)
-            sum += std::fabs(a.values_[i] - b.values_[i]);
+        for (int i = 0; i < count; ++i)
+            sum += std::fabs(a[i] - b[i]);
         return sum;
     }
 

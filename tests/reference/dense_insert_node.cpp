@@ -5,7 +5,7 @@
 
 #include "collision_checker.h"
 #include "index_matrix.h"
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 #include "planner_progress.h"
 #include "roadmap_matrix.h"
 #include "sort_permutation.h"
@@ -80,7 +80,7 @@ void denseInsertNode(CollisionChecker& checker, PlannerProgress& progress, const
     const ScopedIndexMatrix order(createIndexMatrix());
     setSize(distances, sampleCount, 1);
     for (int j = 0; j < sampleCount; ++j)
-        distances->values[j] = jointDistance(configuration.values(), column(samples, j), jointCount);
+        distances->values[j] = JointVector::distance(configuration.values(), column(samples, j), jointCount);
     sortWithPermutation(distances, order.get());
 
     copyMatrix(samples, samplesOut);

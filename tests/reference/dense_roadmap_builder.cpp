@@ -8,7 +8,7 @@
 #include "collision_checker.h"
 #include "free_configuration.h"
 #include "index_matrix.h"
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 #include "progress_steps.h"
 #include "roadmap_matrix.h"
 #include "sort_permutation.h"
@@ -70,7 +70,7 @@ void denseBuildRoadmap(CollisionChecker& checker, PlannerProgress& progress, Mer
 
         setSize(distances, k, 1);
         for (int p = 0; p < k; ++p)
-            distances->values[p] = jointDistance(sample, column(samples, p), jointCount);
+            distances->values[p] = JointVector::distance(sample, column(samples, p), jointCount);
         sortWithPermutation(distances, order.get());
 
         // Only the K nearest are tried; a blocked one is not replaced by the next.

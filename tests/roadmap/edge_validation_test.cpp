@@ -1,5 +1,5 @@
 #include "host_collision_checker.h"
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 
 #include "fake_host.h"
 
@@ -8,16 +8,16 @@
 TEST(EdgeValidation, IdenticalConfigurationsHaveDistanceZero)
 {
     const double a[3] = {12.5, -3, 7};
-    EXPECT_EQ(jointDistance(a, a, 3), 0.0);
+    EXPECT_EQ(JointVector::distance(a, a, 3), 0.0);
 }
 
 TEST(EdgeValidation, DistanceIsTheL1Sum)
 {
     const double a[3] = {0, 0, 0};
     const double b[3] = {10, -5, 2};
-    EXPECT_EQ(jointDistance(a, b, 3), 17.0);
-    EXPECT_EQ(jointDistance(a, b, 0), 0.0);
-    EXPECT_EQ(jointDistance(a, b, -1), 0.0);
+    EXPECT_EQ(JointVector::distance(a, b, 3), 17.0);
+    EXPECT_EQ(JointVector::distance(a, b, 0), 0.0);
+    EXPECT_EQ(JointVector::distance(a, b, -1), 0.0);
 }
 
 TEST(EdgeValidation, DistanceIsNotWeighted)
@@ -25,7 +25,7 @@ TEST(EdgeValidation, DistanceIsNotWeighted)
     const double a[2] = {0, 0};
     const double one[2] = {10, 0};
     const double two[2] = {5, 5};
-    EXPECT_EQ(jointDistance(a, one, 2), jointDistance(a, two, 2));
+    EXPECT_EQ(JointVector::distance(a, one, 2), JointVector::distance(a, two, 2));
 }
 
 TEST(EdgeValidation, AsksTheHostWithItsOwnStep)

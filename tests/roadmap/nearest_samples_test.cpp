@@ -1,5 +1,5 @@
 // The nearest samples against the literal rule: a stable sort of all distances.
-#include "joint_distance.h"
+#include "vorlik/joint_vector.h"
 #include "nearest_samples.h"
 #include "roadmap_matrix.h"
 
@@ -18,7 +18,7 @@ std::vector<NeighbourStrategy::Candidate> stableSortNearest(const RoadmapMatrix*
 {
     std::vector<NeighbourStrategy::Candidate> all;
     for (int p = 0; p < olderCount; ++p)
-        all.push_back({p, jointDistance(configuration, column(samples, p), jointCount)});
+        all.push_back({p, JointVector::distance(configuration, column(samples, p), jointCount)});
     std::stable_sort(all.begin(), all.end(),
                      [](const auto& a, const auto& b) { return a.distance < b.distance; });
     all.resize(static_cast<size_t>(std::max(0, std::min(count, olderCount))));

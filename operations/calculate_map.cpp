@@ -133,7 +133,7 @@ void computeMap(OperationScope& operation)
 
     const PlannerParameters parameters = session.settings().parameters();
 
-    DisplayGuard display(host, robot);
+    DisplayGuard display(host, robot, joints);
 
     session.progress().start(session.mainWindow(),
                              QCoreApplication::translate("PluginAutoPRM", "Calculating collision Map..."));

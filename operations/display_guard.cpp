@@ -18,6 +18,12 @@ DisplayGuard::DisplayGuard(HostApi* host, HostItem* robot)
     host_->setRenderMode(NoRedraws);
 }
 
+DisplayGuard::DisplayGuard(HostApi* host, HostItem* robot, const JointVector& joints)
+    : host_(host), robot_(robot), renderMode_(host->renderMode()), joints_(joints)
+{
+    host_->setRenderMode(NoRedraws);
+}
+
 void DisplayGuard::restore(bool robotToo)
 {
     host_->setRenderMode(renderMode_);

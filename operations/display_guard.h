@@ -14,6 +14,8 @@ class HostItem;
 class DisplayGuard {
 public:
     DisplayGuard(HostApi* host, HostItem* robot);
+    // The same with the robot's joints as the operation has just read them.
+    DisplayGuard(HostApi* host, HostItem* robot, const JointVector& joints);
 
     // The robot's joints when the operation began.
     const JointVector& keptJoints() const { return joints_; }

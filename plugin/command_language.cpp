@@ -4,7 +4,6 @@
 #include "guarded_operations.h"
 #include "matrix_text.h"
 #include "planner_session.h"
-#include "robot_choice.h"
 #include "translate.h"
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
@@ -42,7 +41,8 @@ int truncatedSetting(double value)
 
 bool CommandLanguage::selectRobot(bool autoSelect, const QString& name)
 {
-    return RobotChoice(session_, pluginName_).select(autoSelect, name);
+    // The plug-in's own choice, as its slots make it.
+    return session_.selectRobot(autoSelect, name);
 }
 
 QString CommandLanguage::run(const QString& command, const QString& value)

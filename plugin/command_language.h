@@ -3,8 +3,6 @@
 
 #include <QString>
 
-#include <utility>
-
 class PlannerSession;
 
 // The text commands the host passes on from scripts and other plug-ins:
@@ -13,10 +11,7 @@ class PlannerSession;
 // "GrowMap", "CheckRoutes"). Keywords are matched at the start, in any case.
 class CommandLanguage {
 public:
-    CommandLanguage(PlannerSession& session, QString pluginName)
-        : session_(session), pluginName_(std::move(pluginName))
-    {
-    }
+    explicit CommandLanguage(PlannerSession& session) : session_(session) {}
 
     // Runs one command and gives its reply.
     QString run(const QString& command, const QString& value);
@@ -28,5 +23,4 @@ private:
     bool selectRobot(bool autoSelect, const QString& name);
 
     PlannerSession& session_;
-    QString pluginName_;  // whose records a robot choice saves and reads
 };

@@ -215,7 +215,7 @@ QString PluginAutoPRM::pluginCommand(const QString& command, const QString& valu
     // The session stays for the whole command, whatever an operation's event loop lets happen.
     const std::shared_ptr<PlannerSession> session = session_;
     return guardedEntry(*resources_, hostApi, QString(),
-                        [&] { return CommandLanguage(*session, pluginName()).run(command, value); });
+                        [&] { return CommandLanguage(*session).run(command, value); });
 }
 
 // ---------------------------------------------------------------- persistence and robot choice
@@ -243,7 +243,7 @@ bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)
         return false;
     // The session stays while the user picks a robot, whatever happens meanwhile.
     const std::shared_ptr<PlannerSession> session = session_;
-    return RobotChoice(*session, pluginName()).select(autoSelect, name);
+    return RobotChoice(*session, [this] { saveSettings(); }, [this] { loadRobotMap(); }).select(autoSelect, name);
 }
 
 QString PluginAutoPRM::robotName()

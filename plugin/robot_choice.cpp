@@ -1,7 +1,6 @@
 // Which robot the map is built for.
 #include "robot_choice.h"
 
-#include "map_store.h"
 #include "planner_session.h"
 #include "translate.h"
 #include "vorlik/host_api.h"
@@ -13,20 +12,19 @@ bool RobotChoice::select(bool autoSelect, const QString& name)
 {
     PlannerSession& session = session_;
     HostApi* hostApi = session.host();
-    MapStore store(session, hostApi, pluginName_);
     // The running operation's robot stays its robot.
     if (session.busy()) {
         session.refuseWhileBusy(true);
         return session.robot() != nullptr;
     }
-    store.saveSettings();
+    saveSettings_();
     session.setRobot(nullptr);
 
     QList<Item> robots;
     hostApi->getItemList(robots, ItemType::Robot);
     if (robots.isEmpty()) {
         hostApi->showMessage(QStringLiteral("Select File-Open to load a robot or a Vorlik station"), false);
-        store.loadRobotMap();
+        loadRobotMap_();
         return false;
     }
 
@@ -49,6 +47,6 @@ bool RobotChoice::select(bool autoSelect, const QString& name)
         hostApi->showMessage(QCoreApplication::translate("PluginAutoPRM", "Robot not available to calculate PRM"),
                              false);
     }
-    store.loadRobotMap();
+    loadRobotMap_();
     return found != nullptr;
 }

@@ -12,6 +12,7 @@
 #include <ompl/base/StateValidityChecker.h>
 #include <ompl/base/spaces/RealVectorStateSpace.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -84,6 +85,67 @@ private:
     const Checker& c_;
 };
 
+// The same tests written inline, as lean as OMPL's own checkers are: a
+// configuration collides strictly inside a box, and a move is tested at
+// n + 1 evenly spaced points, n = max(1, ceil(max |b - a| / step)). Nothing
+// is counted, nothing allocated.
+class LeanBoxValidity : public ob::StateValidityChecker {
+public:
+    LeanBoxValidity(const ob::SpaceInformationPtr& si, const Checker& checker) : StateValidityChecker(si), c_(checker)
+    {
+    }
+    bool isValid(const ob::State* state) const override { return !inAnyBox(c_, valuesOf(state)); }
+
+    static bool inAnyBox(const Checker& c, const double* q)
+    {
+        for (const JointBox& box : c.boxes) {
+            bool inside = true;
+            for (int i = 0; i < c.joints && inside; ++i)
+                inside = box.lower[size_t(i)] < q[i] && q[i] < box.upper[size_t(i)];
+            if (inside)
+                return true;
+        }
+        return false;
+    }
+
+private:
+    const Checker& c_;
+};
+
+class LeanJointMove : public ob::MotionValidator {
+public:
+    LeanJointMove(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker) {}
+    bool checkMotion(const ob::State* a, const ob::State* b) const override
+    {
+        const double* p = valuesOf(a);
+        const double* q = valuesOf(b);
+        double largest = 0.0;
+        for (int i = 0; i < c_.joints; ++i)
+            largest = std::max(largest, std::fabs(q[i] - p[i]));
+        const int n = std::max(1, static_cast<int>(std::ceil(largest / c_.step)));
+        double point[16];
+        for (int k = 0; k <= n; ++k) {
+            for (int i = 0; i < c_.joints; ++i)
+                point[i] = p[i] + (q[i] - p[i]) * k / n;
+            if (LeanBoxValidity::inAnyBox(c_, point))
+                return false;
+        }
+        return true;
+    }
+    bool checkMotion(const ob::State* a, const ob::State* b, std::pair<ob::State*, double>& lastValid) const override
+    {
+        const bool free = checkMotion(a, b);
+        if (!free) {
+            si_->copyState(lastValid.first, a);
+            lastValid.second = 0.0;
+        }
+        return free;
+    }
+
+private:
+    const Checker& c_;
+};
+
 // The checker of the station's first robot.
 inline Checker checkerOf(const Station& station)
 {
@@ -95,8 +157,9 @@ inline Checker checkerOf(const Station& station)
     return checker;
 }
 
-// The robot's joint space with the checker, set up.
-inline ob::SpaceInformationPtr spaceFor(const Station& station, const Checker& checker)
+// The robot's joint space with the checker, set up: the station's own tests,
+// counted, or the lean ones.
+inline ob::SpaceInformationPtr spaceFor(const Station& station, const Checker& checker, bool lean = false)
 {
     const SimItem& robot = *station.items(2).front();
     auto space = std::make_shared<L1JointSpace>(checker.joints);
@@ -107,8 +170,13 @@ inline ob::SpaceInformationPtr spaceFor(const Station& station, const Checker& c
     }
     space->setBounds(bounds);
     auto si = std::make_shared<ob::SpaceInformation>(space);
-    si->setStateValidityChecker(std::make_shared<BoxValidity>(si, checker));
-    si->setMotionValidator(std::make_shared<JointMoveValidator>(si, checker));
+    if (lean) {
+        si->setStateValidityChecker(std::make_shared<LeanBoxValidity>(si, checker));
+        si->setMotionValidator(std::make_shared<LeanJointMove>(si, checker));
+    } else {
+        si->setStateValidityChecker(std::make_shared<BoxValidity>(si, checker));
+        si->setMotionValidator(std::make_shared<JointMoveValidator>(si, checker));
+    }
     si->setup();
     return si;
 }

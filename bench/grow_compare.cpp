@@ -9,7 +9,7 @@
 //
 // Usage: grow_compare [N...]      (starting sample counts, default 50 100 200; K = 10)
 #include "calculate_map.h"
-#include "host_monitor.h"
+#include "in_process_host.h"
 #include "join_joints.h"
 #include "planner_session.h"
 #include "planner_resources.h"
@@ -24,29 +24,9 @@
 #include <cstdio>
 #include <vector>
 
+using namespace in_process_host;
+
 namespace {
-
-// A target's joint values as the planner takes them.
-JointVector jointsOf(const SimItem& target)
-{
-    return JointVector(target.jointValues.data(), static_cast<int>(target.jointValues.size()));
-}
-
-void quiet(QtMsgType type, const QMessageLogContext&, const QString& message)
-{
-    if (type != QtDebugMsg)
-        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
-}
-
-// Counts the collision tests the host answers.
-class TestCounter final : public HostMonitor {
-public:
-    void hostCalled() override {}
-    void collisionTested() override { ++tests; }
-    void record(const QJsonObject&) override {}
-    bool recording() const override { return false; }
-    long long tests = 0;
-};
 
 struct Outcome {
     bool linked = false;
@@ -82,7 +62,7 @@ struct Bench {
         return linkJointValues(*session, true, jointsOf(*a), jointsOf(*b), QStringLiteral("Through"));
     }
 
-    TestCounter counter;
+    CollisionCounter counter;
     SimHostApi host;
     SimItem* robot = nullptr;
     std::shared_ptr<PlannerSession> session;

@@ -63,14 +63,12 @@ private:
     const Checker& c_;
 };
 
-class JointMoveValidator : public ob::MotionValidator {
+// A move is free or not as a whole: a blocked one reports its start as the
+// last valid state, the planner's joint-move test knowing no more.
+class WholeMoveValidator : public ob::MotionValidator {
 public:
-    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker) {}
-    bool checkMotion(const ob::State* a, const ob::State* b) const override
-    {
-        ++c_.motions;
-        return joint_oracle::testJointMove(c_.boxes, c_.joints, valuesOf(a), valuesOf(b), c_.step) == 0;
-    }
+    using MotionValidator::MotionValidator;
+    using MotionValidator::checkMotion;
     bool checkMotion(const ob::State* a, const ob::State* b, std::pair<ob::State*, double>& lastValid) const override
     {
         const bool free = checkMotion(a, b);
@@ -79,6 +77,16 @@ public:
             lastValid.second = 0.0;
         }
         return free;
+    }
+};
+
+class JointMoveValidator : public WholeMoveValidator {
+public:
+    JointMoveValidator(const ob::SpaceInformationPtr& si, const Checker& checker) : WholeMoveValidator(si), c_(checker) {}
+    bool checkMotion(const ob::State* a, const ob::State* b) const override
+    {
+        ++c_.motions;
+        return joint_oracle::testJointMove(c_.boxes, c_.joints, valuesOf(a), valuesOf(b), c_.step) == 0;
     }
 
 private:
@@ -112,9 +120,9 @@ private:
     const Checker& c_;
 };
 
-class LeanJointMove : public ob::MotionValidator {
+class LeanJointMove : public WholeMoveValidator {
 public:
-    LeanJointMove(const ob::SpaceInformationPtr& si, const Checker& checker) : MotionValidator(si), c_(checker) {}
+    LeanJointMove(const ob::SpaceInformationPtr& si, const Checker& checker) : WholeMoveValidator(si), c_(checker) {}
     bool checkMotion(const ob::State* a, const ob::State* b) const override
     {
         const double* p = valuesOf(a);
@@ -131,15 +139,6 @@ public:
                 return false;
         }
         return true;
-    }
-    bool checkMotion(const ob::State* a, const ob::State* b, std::pair<ob::State*, double>& lastValid) const override
-    {
-        const bool free = checkMotion(a, b);
-        if (!free) {
-            si_->copyState(lastValid.first, a);
-            lastValid.second = 0.0;
-        }
-        return free;
     }
 
 private:

@@ -10,7 +10,7 @@
 //        default stations: bench/stations/joint_space_boxes.json and joint_space_corridors.json)
 #include "calculate_map.h"
 #include "host_collision_checker.h"
-#include "host_monitor.h"
+#include "in_process_host.h"
 #include "join_joints.h"
 #include "ompl_joint_space.h"
 #include "planner_session.h"
@@ -34,31 +34,11 @@
 
 namespace og = ompl::geometric;
 using namespace ompl_joint_space;
+using namespace in_process_host;
 
 namespace {
 
-// A target's joint values as the planner takes them.
-JointVector jointsOf(const SimItem& target)
-{
-    return JointVector(target.jointValues.data(), static_cast<int>(target.jointValues.size()));
-}
-
 const std::vector<std::pair<QString, QString>> Links = {{"A", "B"}, {"B", "C"}, {"C", "D"}, {"A", "E"}, {"E", "D"}};
-
-void quiet(QtMsgType type, const QMessageLogContext&, const QString& message)
-{
-    if (type != QtDebugMsg)
-        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
-}
-
-// The host's account of the plug-in's calls: not needed here.
-class NoMonitor final : public HostMonitor {
-public:
-    void hostCalled() override {}
-    void collisionTested() override {}
-    void record(const QJsonObject&) override {}
-    bool recording() const override { return false; }
-};
 
 struct Result {
     double travel = 0;
@@ -130,7 +110,7 @@ bool compareOn(const QString& stationPath, int sampleCount)
     }
     const Checker checker = checkerOf(*station);
     const ob::SpaceInformationPtr si = spaceFor(*station, checker);
-    NoMonitor monitor;
+    CollisionCounter monitor;
     SimHostApi host(std::move(station), &monitor);
     SimItem* robot = host.station().items(ItemType::Robot).front();
     auto session = std::make_shared<PlannerSession>(&host, nullptr, SessionCallbacks());

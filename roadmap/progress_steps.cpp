@@ -19,10 +19,13 @@ const char* const StuckWarning =
 // The warning appears from this attempt of one search on.
 constexpr int FirstWarnedAttempt = 101;
 
-// A new headline, no detail, and the share of `done` in `total`.
-bool showStep(PlannerProgress& progress, const QString& headline, int done, int total)
+// "<logPrefix>i / n - Edges: e" in the log, and on the display a new headline
+// (i, n and e in that order), no detail, and the share of i in n.
+bool showCount(PlannerProgress& progress, const char* logPrefix, const char* headline, int done, int total,
+               long long edgeCount)
 {
-    progress.setHeadline(headline);
+    qDebug().noquote().nospace() << logPrefix << done << " / " << total << " - Edges: " << edgeCount;
+    progress.setHeadline(planTr(headline).arg(done).arg(total).arg(edgeCount));
     progress.setDetail(QString());
     return progress.update(static_cast<int>(done * 100LL / total));
 }
@@ -30,13 +33,9 @@ bool showStep(PlannerProgress& progress, const QString& headline, int done, int 
 
 bool showSampleProgress(PlannerProgress& progress, int samplesDone, int sampleTotal, long long edgeCount)
 {
-    qDebug().nospace() << "Calculating PRM " << samplesDone << " / " << sampleTotal << " - Edges: " << edgeCount;
-    return showStep(progress,
-                    planTr(QT_TRANSLATE_NOOP("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3"))
-                        .arg(samplesDone)
-                        .arg(sampleTotal)
-                        .arg(edgeCount),
-                    samplesDone, sampleTotal);
+    return showCount(progress, "Calculating PRM ",
+                     QT_TRANSLATE_NOOP("PluginAutoPRM", "Calculating collision map:<br>Samples: %1/%2 Edges: %3"),
+                     samplesDone, sampleTotal, edgeCount);
 }
 
 bool showAttempt(PlannerProgress& progress, int attemptNumber)
@@ -51,11 +50,7 @@ bool showAttempt(PlannerProgress& progress, int attemptNumber)
 
 bool showConnectProgress(PlannerProgress& progress, int candidate, int candidateTotal, int edgeCount)
 {
-    qDebug().noquote().nospace() << "Adding node " << candidate << " / " << candidateTotal << " - Edges: " << edgeCount;
-    return showStep(progress,
-                    planTr(QT_TRANSLATE_NOOP("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3"))
-                        .arg(candidate)
-                        .arg(candidateTotal)
-                        .arg(edgeCount),
-                    candidate, candidateTotal);
+    return showCount(progress, "Adding node ",
+                     QT_TRANSLATE_NOOP("PluginAutoPRM", "Connecting robot position: %1/%2 - Edges: %3"), candidate,
+                     candidateTotal, edgeCount);
 }

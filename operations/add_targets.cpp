@@ -1,7 +1,7 @@
 // Adding the selected targets, or the robot's position, to the map as nodes.
 #include "add_targets.h"
 
-#include "configuration.h"
+#include "finite_joints.h"
 #include "display_guard.h"
 #include "host_collision_checker.h"
 #include "insert_node.h"

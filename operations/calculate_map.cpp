@@ -1,7 +1,7 @@
 // Computing the map of the chosen robot under the progress dialog, with the "Replace map" question.
 #include "calculate_map.h"
 
-#include "configuration.h"
+#include "finite_joints.h"
 #include "display_guard.h"
 #include "host_collision_checker.h"
 #include "map_capacity.h"

@@ -1,7 +1,7 @@
 // Linking two joint configurations through the map and writing the route as a program.
 #include "join_joints.h"
 
-#include "configuration.h"
+#include "finite_joints.h"
 #include "connected_nodes.h"
 #include "display_guard.h"
 #include "host_collision_checker.h"

@@ -1,7 +1,7 @@
 // Making a configuration a node of the map.
 #pragma once
 
-#include "configuration.h"
+#include "vorlik/joint_vector.h"
 #include "planner_parameters.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // The search for collision-free configurations: seeds first, then random draws.
 #pragma once
 
-#include "configuration.h"
+#include "vorlik/joint_vector.h"
 
 class CollisionChecker;
 class MersenneTwister;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "configuration.h"
+#include "vorlik/joint_vector.h"
 #include "planner_parameters.h"
 
 class CollisionChecker;

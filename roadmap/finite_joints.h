@@ -1,4 +1,4 @@
-// Checks of the joint values of a configuration.
+// Whether joint values are numbers the planner can use.
 #pragma once
 
 #include "vorlik/joint_vector.h"

@@ -39,6 +39,7 @@ struct Figures {
     double searchMs = 0;
     int hostTests = 0;
     int edges = 0;
+    MersenneTwister drawnTo;  // the generator after the map: the next size goes on from there
 };
 
 struct Problem {
@@ -88,6 +89,7 @@ Figures measureCore(int sampleCount, const MersenneTwister& start)
     figures.buildMs = millisecondsOf(timer, 1);
     figures.hostTests = problem.host.collisionTests;
     figures.edges = roadmap.edgeCount();
+    figures.drawnTo = problem.resources.random();
 
     // Each insertion into the map as built, in place, undone by dropping the node.
     NodeInserter inserter(checker, problem.resources.progress());
@@ -169,10 +171,13 @@ int main(int argc, char** argv)
                 "against the original dense algorithms in the same run (same map, same host tests)\n\n");
     std::printf("%8s %6s %8s | %10s %10s %7s | %10s %10s %7s | %10s %10s %8s\n", "samples", "edges", "tests",
                 "build ms", "was ms", "ratio", "insert ms", "was ms", "ratio", "search ms", "was ms", "ratio");
+    MersenneTwister sequence;
     for (int size : sizes) {
-        const MersenneTwister start;  // each size from the start of the sequence
+        // Each size goes on with the random sequence where the map before it left it.
+        const MersenneTwister start = sequence;
         const Figures now = measureCore(size, start);
         const Figures was = measureReference(size, start);
+        sequence = now.drawnTo;
         if (now.edges != was.edges || now.hostTests != was.hostTests)
             std::printf("(the two maps differ: %d/%d edges, %d/%d tests)\n", now.edges, was.edges, now.hostTests,
                         was.hostTests);

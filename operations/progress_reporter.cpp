@@ -2,6 +2,7 @@
 #include "progress_reporter.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -12,6 +13,28 @@ void discard(QProgressDialog* dialog)
     dialog->hide();
     dialog->deleteLater();
 }
+
+// Whoever paints the label between two refreshes (a host that runs the event
+// loop in its calls) sees it with its own format, not as the plain text it
+// is kept in meanwhile.
+class OwnFormatWhenPainted : public QObject {
+public:
+    OwnFormatWhenPainted(QLabel* label, Qt::TextFormat format) : QObject(label), format_(format)
+    {
+        label->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* label = static_cast<QLabel*>(watched);
+        if (event->type() == QEvent::Paint && label->textFormat() != format_)
+            label->setTextFormat(format_);
+        return false;
+    }
+
+private:
+    Qt::TextFormat format_;
+};
 }  // namespace
 
 void ProgressReporter::start(QWidget* parent, const QString& title)
@@ -34,6 +57,11 @@ void ProgressReporter::start(QWidget* parent, const QString& title)
     // The bar would repaint itself at every new value; it waits for refresh().
     if (bar_)
         bar_->setUpdatesEnabled(false);
+    if (label_) {
+        labelFormat_ = label_->textFormat();
+        new OwnFormatWhenPainted(label_, labelFormat_);
+        keepLabelPlain(true);
+    }
     refreshDue_ = true;
 }
 
@@ -74,6 +102,7 @@ void ProgressReporter::abandon()
 void ProgressReporter::refresh()
 {
     refreshDue_ = false;
+    keepLabelPlain(false);
     // The text is the label's already: this only fits the dialog to it.
     dialog_->setLabelText(dialog_->labelText());
     if (bar_) {
@@ -84,9 +113,18 @@ void ProgressReporter::refresh()
     // The event loop may have closed the dialog or started another operation.
     if (bar_)
         bar_->setUpdatesEnabled(false);
+    keepLabelPlain(true);
     sinceRefresh_.start();
     if (watch_)
         watch_();
+}
+
+void ProgressReporter::keepLabelPlain(bool plain)
+{
+    if (!label_)
+        return;
+    label_->setTextFormat(plain ? Qt::PlainText : labelFormat_);
+    label_->setUpdatesEnabled(!plain);
 }
 
 bool ProgressReporter::finish()

@@ -53,9 +53,15 @@ private:
     // Lays the dialog out and paints it with its current text and value,
     // then lets the event loop run once.
     void refresh();
+    // A rich-text label lays its text out anew at every new text, which
+    // costs more than a collision test: between refreshes, when nobody sees
+    // it, the label keeps its text as plain text (labelText() answers it all
+    // the same) and does not repaint; it takes its own format back to be shown.
+    void keepLabelPlain(bool plain);
 
     QPointer<QProgressDialog> dialog_;
     QPointer<QLabel> label_;
+    Qt::TextFormat labelFormat_ = Qt::AutoText;  // the label's own, shown at each refresh
     QPointer<QProgressBar> bar_;
     QElapsedTimer sinceRefresh_;
     bool refreshDue_ = false;

@@ -24,8 +24,10 @@ constexpr int FirstWarnedAttempt = 101;
 bool showCount(PlannerProgress& progress, const char* logPrefix, const char* headline, int done, int total,
                long long edgeCount)
 {
-    qDebug().noquote().nospace() << logPrefix << done << " / " << total << " - Edges: " << edgeCount;
-    progress.setHeadline(planTr(headline).arg(done).arg(total).arg(edgeCount));
+    // Formatted at once, without a debug stream or a string per argument: this
+    // runs for every edge tried.
+    qDebug("%s%d / %d - Edges: %lld", logPrefix, done, total, edgeCount);
+    progress.setHeadline(planTr(headline).arg(QString::number(done), QString::number(total), QString::number(edgeCount)));
     progress.setDetail(QString());
     return progress.update(static_cast<int>(done * 100LL / total));
 }

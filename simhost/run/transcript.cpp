@@ -159,12 +159,17 @@ void Transcript::releaseLog()
 
 void Transcript::handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    QStringList lines = message.split(QLatin1Char('\n'));
-    if (lines.size() > 1 && lines.last().isEmpty())
-        lines.removeLast();
     if (logTarget && logTarget->recording()) {
-        for (const QString& line : lines)
-            logTarget->writeLog(line);
+        // Nearly every message is one line: it goes as it is, without a list of lines.
+        if (!message.contains(QLatin1Char('\n'))) {
+            logTarget->writeLog(message);
+        } else {
+            QStringList lines = message.split(QLatin1Char('\n'));
+            if (lines.last().isEmpty())
+                lines.removeLast();
+            for (const QString& line : lines)
+                logTarget->writeLog(line);
+        }
     }
     // Debug lines are many and only of interest in the transcript; warnings also
     // reach the person running the host.

@@ -119,9 +119,16 @@ void Station::retire()
 
 double Station::pathStepDeg() const
 {
+    const auto found = params.constFind(QStringLiteral("PathStepCollisionDeg"));
+    const QString text = found == params.constEnd() ? QString() : found.value();
+    // Null and empty compare equal, and both read as no number.
+    if (text == stepText_)
+        return step_;
     bool ok = false;
-    const double step = params.value(QStringLiteral("PathStepCollisionDeg")).toDouble(&ok);
-    return ok && step > 0.0 ? step : 4.0;
+    const double step = text.toDouble(&ok);
+    stepText_ = text;
+    step_ = ok && step > 0.0 ? step : 4.0;
+    return step_;
 }
 
 int Station::collisions() const

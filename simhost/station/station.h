@@ -121,6 +121,11 @@ public:
     mutable CellStats cellStats;
 
 private:
+    // The parameter's text the step was last read from, and the step: every
+    // joint move asks, and the text seldom changes.
+    mutable QString stepText_;
+    mutable double step_ = 4.0;
+
     std::vector<SimItem*>& list(int type);
     int freeId();
 

@@ -1,44 +1,26 @@
 // The nearest older samples of a new one, in one pass with a bounded heap.
 #include "nearest_samples.h"
 
-#include "vorlik/joint_vector.h"
 #include "roadmap_matrix.h"
+#include "vorlik/joint_vector.h"
 
 #include <algorithm>
-
-namespace {
-// Ascending (distance, index): the place a stable sort gives a sample.
-bool nearer(const NeighbourStrategy::Candidate& a, const NeighbourStrategy::Candidate& b)
-{
-    if (a.distance != b.distance)
-        return a.distance < b.distance;
-    return a.index < b.index;
-}
-}  // namespace
 
 const std::vector<NeighbourStrategy::Candidate>& NearestSamples::nearest(const RoadmapMatrix* samples, int olderCount,
                                                                         const double* configuration, int jointCount,
                                                                         int count)
 {
-    chosen_.clear();
-    const int wanted = std::min(count, olderCount);
-    if (wanted <= 0)
-        return chosen_;
-    chosen_.reserve(static_cast<size_t>(wanted));
-
-    // The heap's top is the farthest kept. Samples come in ascending index,
-    // so a later one displaces it only when strictly nearer.
-    for (int p = 0; p < olderCount; ++p) {
-        const double distance = JointVector::distance(configuration, column(samples, p), jointCount);
-        if (static_cast<int>(chosen_.size()) < wanted) {
-            chosen_.push_back({p, distance});
-            std::push_heap(chosen_.begin(), chosen_.end(), nearer);
-        } else if (distance < chosen_.front().distance) {
-            std::pop_heap(chosen_.begin(), chosen_.end(), nearer);
-            chosen_.back() = {p, distance};
-            std::push_heap(chosen_.begin(), chosen_.end(), nearer);
-        }
+    chosen_.start(std::min(count, olderCount));
+    if (chosen_.wanted() == 0)
+        return chosen_.finish();
+    // Samples come in ascending index, so once the list is full a later one
+    // gets in only when strictly nearer than the farthest kept.
+    const long stride = samples->extents[0];
+    const double* sample = samples->values;
+    for (int p = 0; p < olderCount; ++p, sample += stride) {
+        const double distance = JointVector::distance(configuration, sample, jointCount);
+        if (!chosen_.full() || distance < chosen_.farthest())
+            chosen_.offer(p, distance);
     }
-    std::sort_heap(chosen_.begin(), chosen_.end(), nearer);
-    return chosen_;
+    return chosen_.finish();
 }

@@ -21,7 +21,11 @@ public:
 
     // The min(count, olderCount) nearest of samples 0 .. olderCount - 1 (J x
     // olderCount or more, column-major) to `configuration` (J values), in
-    // order. The result stays valid until the next call.
+    // order. The result stays valid until the next call. A strategy may keep
+    // what it learnt of the samples it was asked about: until forget(), they
+    // must not change.
     virtual const std::vector<Candidate>& nearest(const RoadmapMatrix* samples, int olderCount,
                                                   const double* configuration, int jointCount, int count) = 0;
+    // The samples asked about so far may change (a new map is built).
+    virtual void forget() {}
 };

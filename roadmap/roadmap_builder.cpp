@@ -3,7 +3,7 @@
 
 #include "collision_checker.h"
 #include "free_configuration.h"
-#include "nearest_samples.h"
+#include "nearest_samples_tree.h"
 #include "progress_steps.h"
 #include "roadmap.h"
 
@@ -19,7 +19,7 @@ int candidateCount(int edgesPerSample, int olderCount)
 }  // namespace
 
 RoadmapBuilder::RoadmapBuilder(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random)
-    : checker_(checker), progress_(progress), random_(random), neighbours_(std::make_unique<NearestSamples>())
+    : checker_(checker), progress_(progress), random_(random), neighbours_(std::make_unique<NearestSamplesTree>())
 {
 }
 
@@ -52,6 +52,7 @@ bool RoadmapBuilder::joinToOlder(const PlannerParameters& parameters, Roadmap& r
 
 void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMatrix* seeds, Roadmap& roadmap)
 {
+    neighbours_->forget();  // a new map
     FreeConfigurationSearch search(checker_, progress_, random_, seeds);
     const int jointCount = search.jointCount();
     JointVector configuration;
@@ -84,6 +85,7 @@ void RoadmapBuilder::build(const PlannerParameters& parameters, const RoadmapMat
 int RoadmapBuilder::grow(const PlannerParameters& parameters, int count, Roadmap& roadmap,
                          const std::function<bool(int added)>& added)
 {
+    neighbours_->forget();  // the map may have changed since the builder last saw it
     const RoadmapMatrix* noSeeds = nullptr;
     FreeConfigurationSearch search(checker_, progress_, random_, noSeeds);
     const int jointCount = search.jointCount();

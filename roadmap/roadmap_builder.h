@@ -20,7 +20,7 @@ struct RoadmapMatrix;
 // cancel it obeys. The caller opens and closes that display.
 class RoadmapBuilder {
 public:
-    // The nearest samples are found by a linear scan unless another strategy is set.
+    // The nearest samples are found through a tree grown with the map unless another strategy is set.
     RoadmapBuilder(CollisionChecker& checker, PlannerProgress& progress, MersenneTwister& random);
     ~RoadmapBuilder();
     RoadmapBuilder(const RoadmapBuilder&) = delete;

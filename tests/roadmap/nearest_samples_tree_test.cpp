@@ -18,7 +18,6 @@ namespace {
 
 using Candidates = std::vector<NeighbourStrategy::Candidate>;
 
-
 // Equal in index and in distance, place by place; the number of ties met.
 int expectSame(const Candidates& found, const Candidates& expected, int trial)
 {

@@ -3,6 +3,7 @@
 
 #include "planner_session.h"
 #include "robot_map_record.h"
+#include "written_map_record.h"
 #include "translate.h"
 #include "vorlik/host_api.h"
 #include "vorlik/item_types.h"
@@ -62,8 +63,8 @@ bool storedStringFits(const QByteArray& bytes, qint64 offset)
 
 }  // namespace
 
-MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName)
-    : session_(session), host_(host), pluginName_(std::move(pluginName))
+MapStore::MapStore(PlannerSession& session, HostApi* host, QString pluginName, WrittenMapRecord& written)
+    : session_(session), host_(host), pluginName_(std::move(pluginName)), written_(written)
 {
 }
 
@@ -273,8 +274,14 @@ void MapStore::saveRobotMap()
         return;
     }
     qDebug().noquote().nospace() << "Saving robot settings...";
+    const QString key = robotMapKey(robot->name());
+    QByteArray bytes = written_.reuse(key, map);
+    if (!bytes.isNull()) {
+        host_->setDataParam(key, bytes);
+        return;
+    }
     QString problem;
-    const QByteArray bytes = encodeRobotMap(map.samples(), map.graph(), map.route(), &problem);
+    bytes = encodeRobotMap(map.samples(), map.graph(), map.route(), &problem);
     if (bytes.isNull()) {
         qDebug().noquote().nospace() << "Map not saved: " << problem;
         host_->showMessage(
@@ -283,5 +290,6 @@ void MapStore::saveRobotMap()
             true);
         return;
     }
-    host_->setDataParam(robotMapKey(robot->name()), bytes);
+    written_.remember(key, map, bytes);
+    host_->setDataParam(key, bytes);
 }

@@ -5,6 +5,7 @@
 
 class HostApi;
 class PlannerSession;
+class WrittenMapRecord;
 
 // Settings and maps travel inside the station as data parameters: the
 // plug-in's settings record under its name, and one map record per robot
@@ -13,7 +14,7 @@ class PlannerSession;
 // left as it is until a new map is computed for its robot.
 class MapStore {
 public:
-    MapStore(PlannerSession& session, HostApi* host, QString pluginName);
+    MapStore(PlannerSession& session, HostApi* host, QString pluginName, WrittenMapRecord& written);
 
     // Reads the settings record and chooses its robot (or the first one), with
     // that robot's map. False when there is no record or it cannot be used.
@@ -38,4 +39,5 @@ private:
     PlannerSession& session_;
     HostApi* host_;
     QString pluginName_;
+    WrittenMapRecord& written_;  // the record written last, given again for an unchanged map
 };

@@ -160,8 +160,11 @@ void PluginAutoPRM::handleEvent(int eventCode)
         stationOpened();
         break;
     case HostEvent::StationSaving:
+        saveSettings();
+        break;
     case HostEvent::StationClosing:
         saveSettings();
+        writtenMap_.forget();  // the host lets its copy go with the station
         break;
     default:
         break;
@@ -187,6 +190,7 @@ void PluginAutoPRM::stationOpened()
     // them, and an operation on them stops.
     session.abandonOperation(Abandonment::StationReplaced);
     session.setRobot(nullptr);
+    writtenMap_.forget();
     std::weak_ptr<PlannerSession> weak = session_;
     session.whenIdle([this, weak] {
         if (!session_ || session_ != weak.lock())
@@ -222,19 +226,19 @@ QString PluginAutoPRM::pluginCommand(const QString& command, const QString& valu
 
 bool PluginAutoPRM::loadSettings()
 {
-    return session_ && MapStore(*session_, hostApi, pluginName()).loadSettings();
+    return session_ && MapStore(*session_, hostApi, pluginName(), writtenMap_).loadSettings();
 }
 
 void PluginAutoPRM::saveSettings()
 {
     if (session_)
-        MapStore(*session_, hostApi, pluginName()).saveSettings();
+        MapStore(*session_, hostApi, pluginName(), writtenMap_).saveSettings();
 }
 
 void PluginAutoPRM::loadRobotMap()
 {
     if (session_)
-        MapStore(*session_, hostApi, pluginName()).loadRobotMap();
+        MapStore(*session_, hostApi, pluginName(), writtenMap_).loadRobotMap();
 }
 
 bool PluginAutoPRM::selectRobot(bool autoSelect, const QString& name)

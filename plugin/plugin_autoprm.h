@@ -5,6 +5,7 @@
 #include "plugin_menus.h"
 #include "roadmap_matrix.h"
 #include "vorlik/iappvorlik.h"
+#include "written_map_record.h"
 
 #include <QList>
 #include <QObject>
@@ -105,5 +106,6 @@ private:
     // the same random sequence, and an operation an unload let go of still
     // keeps the next one from starting until it has unwound.
     std::shared_ptr<PlannerResources> resources_;
+    WrittenMapRecord writtenMap_;  // the map record last written, not encoded again while the map is unchanged
     QString title_;  // of the menu, the toolbar and the dock, translated at every load
 };

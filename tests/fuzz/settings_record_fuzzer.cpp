@@ -3,6 +3,7 @@
 // two records. Whatever they hold, the settings end in their ranges and a map
 // read is the robot's.
 #include "map_store.h"
+#include "written_map_record.h"
 
 #include "quiet_log.h"
 
@@ -34,7 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     host.dataParams["Zelvane-Rob Arm1"] = map;
     host.dataParams["Zelvane-Rob Arm2"] = map;
     auto session = std::make_shared<PlannerSession>(&host, nullptr, SessionCallbacks());
-    MapStore store(*session, &host, QStringLiteral("Zelvane"));
+    WrittenMapRecord written;
+    MapStore store(*session, &host, QStringLiteral("Zelvane"), written);
     if (store.loadSettings()) {
         const PlannerSettings& s = session->settings();
         if (s.samples < 1 || s.edgesPerSample < 0 || s.newNodeEdges < 0 || !std::isfinite(s.robotStepDeg) ||

@@ -1,10 +1,10 @@
 // The planner's questions about a robot, answered by the host.
 #include "host_collision_checker.h"
 
+#include "debug_line.h"
+
 #include "vorlik/host_api.h"
 #include "vorlik/host_item.h"
-
-#include <QDebug>
 
 namespace {
 // Refresh flags that make the host recompute collisions for the new joints.
@@ -27,12 +27,13 @@ bool HostCollisionChecker::accepts(const JointVector& configuration)
 
 int HostCollisionChecker::collisionCount(const JointVector& configuration)
 {
-    qDebug().noquote().nospace() << "Collision checking for: " << robot_->name() << " "
-                                 << configuration.toText(", ", 3);
+    // Two lines for every configuration tried: written without the debug stream.
+    debugLine(QLatin1String("Collision checking for: ") + robot_->name() + QLatin1Char(' ')
+              + configuration.toText(QStringLiteral(", "), 3));
     robot_->setJoints(configuration);
     host_->update(RefreshAll);
     const int found = host_->collisions();
-    qDebug().nospace() << "Collisions found: " << found;
+    debugLine((DebugLineText() << "Collisions found: " << found).text());
     return found;
 }
 

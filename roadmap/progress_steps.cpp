@@ -1,13 +1,12 @@
 // The texts and log lines of the planning steps' progress.
 #include "progress_steps.h"
 
+#include "debug_line.h"
+
 #include "planner_progress.h"
 #include "translate.h"
 
 #include <QCoreApplication>
-#include <QDebug>
-
-#include <cstdio>
 
 namespace {
 const char* const AttemptText =
@@ -26,12 +25,7 @@ constexpr int FirstWarnedAttempt = 101;
 bool showCount(PlannerProgress& progress, const char* logPrefix, const char* headline, int done, int total,
                long long edgeCount)
 {
-    // Formatted by the C library at once (the debug stream, and Qt's own
-    // printf, take longer than the collision test): this runs for every edge
-    // tried. Plain digits either way.
-    char line[128];
-    std::snprintf(line, sizeof line, "%s%d / %d - Edges: %lld", logPrefix, done, total, edgeCount);
-    qDebug("%s", line);
+    debugLine((DebugLineText() << logPrefix << done << " / " << total << " - Edges: " << edgeCount).text());
     progress.setHeadline(planTr(headline).arg(QString::number(done), QString::number(total), QString::number(edgeCount)));
     progress.setDetail(QString());
     return progress.update(static_cast<int>(done * 100LL / total));
@@ -47,7 +41,7 @@ bool showSampleProgress(PlannerProgress& progress, int samplesDone, int sampleTo
 
 bool showAttempt(PlannerProgress& progress, int attemptNumber)
 {
-    qDebug().nospace() << "Adding joints. Attempt: " << attemptNumber;
+    debugLine((DebugLineText() << "Adding joints. Attempt: " << attemptNumber).text());
     QString detail = planTr(AttemptText).arg(attemptNumber);
     if (attemptNumber >= FirstWarnedAttempt)
         detail += "<br><br>" + planTr(StuckWarning);

@@ -77,4 +77,22 @@ TEST(RecordJson, RecordsFollowOneAnother)
                               "{\"label\":\"L\",\"title\":\"T\",\"type\":\"progress\",\"value\":3}\n"));
 }
 
+TEST(RecordJson, ARecordQtMustWriteLeavesTheRecordsBeforeItAsTheyWere)
+{
+    // A text found not to be plain halfway is given back to Qt's writer: what
+    // was written of it goes, and nothing before it.
+    std::mt19937 random(13);
+    QByteArray fast;
+    QByteArray qt;
+    for (int i = 0; i < 5000; ++i) {
+        const QString text = randomText(random);
+        const QString label = randomText(random);
+        record_json::appendLog(fast, text);
+        record_json::appendProgress(fast, text, label, i);
+        qt += byQt(QJsonObject{{"type", "log"}, {"text", text}});
+        qt += byQt(QJsonObject{{"type", "progress"}, {"title", text}, {"label", label}, {"value", i}});
+    }
+    EXPECT_EQ(fast, qt);
+}
+
 }  // namespace

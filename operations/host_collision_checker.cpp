@@ -2,6 +2,7 @@
 #include "host_collision_checker.h"
 
 #include "debug_line.h"
+#include "joint_values_text.h"
 
 #include "vorlik/host_api.h"
 #include "vorlik/host_item.h"
@@ -29,7 +30,7 @@ int HostCollisionChecker::collisionCount(const JointVector& configuration)
 {
     // Two lines for every configuration tried: written without the debug stream.
     debugLine(QLatin1String("Collision checking for: ") + robot_->name() + QLatin1Char(' ')
-              + configuration.toText(QStringLiteral(", "), 3));
+              + jointValuesText(configuration));
     robot_->setJoints(configuration);
     host_->update(RefreshAll);
     const int found = host_->collisions();

@@ -4,10 +4,15 @@
 #include "log_capture.h"
 
 #include <QCoreApplication>
+#include <QLabel>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
 
 namespace {
 const QString AttemptLine = "Looking for a collision-free robot position (attempt %1)";
@@ -133,4 +138,29 @@ TEST_F(ProgressReporterTest, AttemptReportsACancel)
     progress.start(nullptr, "Building");
     progress.dialog()->cancel();
     EXPECT_TRUE(showAttempt(progress, 1));
+}
+
+TEST_F(ProgressReporterTest, BetweenRefreshesTheLabelHoldsItsTextPlainAndIsPaintedInItsOwnFormat)
+{
+    progress.start(nullptr, "Building");
+    QLabel* label = progress.dialog()->findChild<QLabel*>();
+    ASSERT_NE(label, nullptr);
+    ASSERT_EQ(label->textFormat(), Qt::PlainText) << "until the first refresh";
+    progress.setHeadline("Head");
+    EXPECT_FALSE(progress.update(5));  // the first update refreshes
+    progress.setHeadline("Next");
+    EXPECT_FALSE(progress.update(6));  // no refresh within the interval
+    EXPECT_EQ(progress.dialog()->labelText(), QString("Next<br>")) << "the text is current all the same";
+    EXPECT_EQ(label->textFormat(), Qt::PlainText) << "kept plain while nobody sees it";
+    // Painted in between (a host that runs the event loop): in its own format.
+    QPaintEvent paint(label->rect());
+    QCoreApplication::sendEvent(label, &paint);
+    EXPECT_EQ(label->textFormat(), Qt::AutoText);
+    EXPECT_EQ(label->text(), QString("Next<br>"));
+    // The next refresh leaves it plain again, with the text it had.
+    std::this_thread::sleep_for(std::chrono::milliseconds(ProgressReporter::RefreshIntervalMs + 5));
+    progress.setHeadline("Last");
+    EXPECT_FALSE(progress.update(7));
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_EQ(progress.dialog()->labelText(), QString("Last<br>"));
 }

@@ -117,6 +117,7 @@ void PluginAutoPRM::pluginUnload()
         // The form hears of its dock's closing no more: it is said here, while the host listens.
         if (tearDownInterface() && host)
             host->showMessage(QStringLiteral("Closed robot pilot"), false);
+        writtenMap_.forget();  // a gigabyte, maybe: not kept while nothing is loaded
         cleanupResources();
     });
 }

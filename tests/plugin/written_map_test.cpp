@@ -117,6 +117,22 @@ TEST_F(WrittenMap, AfterTheStationClosedTheBytesAreNotKept)
     EXPECT_TRUE(first.isDetached()) << "only this test holds the bytes now";
 }
 
+TEST_F(WrittenMap, AnotherStationLetsTheBytesGo)
+{
+    const QByteArray first = saveAfterASettingsChange("41");
+    host.dataParams.clear();
+    plugin->pluginEvent(HostEvent::StationOpened);
+    EXPECT_TRUE(first.isDetached()) << "only this test holds the bytes now";
+}
+
+TEST_F(WrittenMap, AfterAnUnloadTheBytesAreNotKept)
+{
+    const QByteArray first = saveAfterASettingsChange("41");
+    plugin->pluginUnload();
+    host.dataParams.clear();
+    EXPECT_TRUE(first.isDetached()) << "only this test holds the bytes now";
+}
+
 TEST(WrittenMapRecord, ForgottenItGivesNothingBack)
 {
     RobotMap map;

@@ -34,7 +34,7 @@ int HostCollisionChecker::collisionCount(const JointVector& configuration)
     robot_->setJoints(configuration);
     host_->update(RefreshAll);
     const int found = host_->collisions();
-    debugLine((DebugLineText() << "Collisions found: " << found).text());
+    debugLine((TextWithNumbers() << "Collisions found: " << found).text());
     return found;
 }
 

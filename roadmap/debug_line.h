@@ -1,4 +1,4 @@
-// Lines of the debug log written thousands of times a second.
+// Lines of the debug log, and the numbers in them, written thousands of times a second.
 #pragma once
 
 #include <QString>
@@ -14,17 +14,18 @@ inline void debugLine(const QString& line)
     qt_message_output(QtDebugMsg, QMessageLogContext(), line);
 }
 
-// Builds a line of text and whole numbers in a buffer of its own: plain
-// digits, as the debug stream writes them.
-class DebugLineText {
+// Builds a short text of words and whole numbers in a buffer of its own:
+// plain digits, as the debug stream and QString::number write them, without
+// their locale machinery.
+class TextWithNumbers {
 public:
-    DebugLineText& operator<<(const char* text)
+    TextWithNumbers& operator<<(const char* text)
     {
         while (*text && end_ < Capacity)
             buffer_[end_++] = *text++;
         return *this;
     }
-    DebugLineText& operator<<(long long number)
+    TextWithNumbers& operator<<(long long number)
     {
         end_ = int(std::to_chars(buffer_ + end_, buffer_ + Capacity, number).ptr - buffer_);
         return *this;

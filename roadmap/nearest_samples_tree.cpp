@@ -1,8 +1,8 @@
 // The nearest samples through a k-d tree grown as the samples come.
 #include "nearest_samples_tree.h"
 
-#include "joint_distance.h"
 #include "roadmap_matrix.h"
+#include "vorlik/joint_vector.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +38,7 @@ const std::vector<NeighbourStrategy::Candidate>& NearestSamplesTree::nearest(con
 
     chosen_.start(std::min(count, olderCount));
     if (chosen_.wanted() > 0)
-        withJointDistance(jointCount, [&](auto distance) { search<decltype(distance)>(0, configuration); });
+        search(0, configuration);
     return chosen_.finish();
 }
 
@@ -171,7 +171,6 @@ double NearestSamplesTree::lowerBound(int node, const double* configuration) con
     return bound;
 }
 
-template <typename Distance>
 void NearestSamplesTree::search(int node, const double* configuration)
 {
     const Node& here = nodes_[size_t(node)];
@@ -179,7 +178,7 @@ void NearestSamplesTree::search(int node, const double* configuration)
         const Leaf& leaf = leaves_[size_t(here.leaf)];
         const double* values = leaf.values.data();
         for (size_t s = 0; s < leaf.indices.size(); ++s, values += jointCount_) {
-            const double distance = Distance::of(configuration, values, jointCount_);
+            const double distance = JointVector::distance(configuration, values, jointCount_);
             if (!chosen_.full() || distance <= chosen_.farthest())
                 chosen_.offer(leaf.indices[s], distance);
         }
@@ -197,7 +196,7 @@ void NearestSamplesTree::search(int node, const double* configuration)
     // Only a box all of whose samples are strictly farther is passed over: an
     // equal distance may still win by its index.
     if (!chosen_.full() || firstBound <= chosen_.farthest())
-        search<Distance>(first, configuration);
+        search(first, configuration);
     if (!chosen_.full() || secondBound <= chosen_.farthest())
-        search<Distance>(second, configuration);
+        search(second, configuration);
 }

@@ -52,7 +52,6 @@ private:
     void addToLeaf(int leaf, int sampleIndex, const double* point);
     void split(int node);
     double lowerBound(int node, const double* configuration) const;
-    template <typename Distance>
     void search(int node, const double* configuration);
 
     int fewest_;                         // below this many samples the scan answers

@@ -8,8 +8,6 @@
 
 #include <QCoreApplication>
 
-#include <charconv>
-
 namespace {
 const char* const AttemptText =
     QT_TRANSLATE_NOOP("PluginAutoPRM", "Looking for a collision-free robot position (attempt %1)");
@@ -22,20 +20,14 @@ const char* const StuckWarning =
 // The warning appears from this attempt of one search on.
 constexpr int FirstWarnedAttempt = 101;
 
-// A whole number as QString::number writes it, without its locale machinery.
-QString digits(long long number)
-{
-    char text[24];
-    return QString::fromLatin1(text, int(std::to_chars(text, text + sizeof text, number).ptr - text));
-}
-
 // "<logPrefix>i / n - Edges: e" in the log, and on the display a new headline
 // (i, n and e in that order), no detail, and the share of i in n.
 bool showCount(PlannerProgress& progress, const char* logPrefix, const char* headline, int done, int total,
                long long edgeCount)
 {
-    debugLine((DebugLineText() << logPrefix << done << " / " << total << " - Edges: " << edgeCount).text());
-    progress.setHeadline(planTr(headline).arg(digits(done), digits(total), digits(edgeCount)));
+    debugLine((TextWithNumbers() << logPrefix << done << " / " << total << " - Edges: " << edgeCount).text());
+    progress.setHeadline(planTr(headline).arg((TextWithNumbers() << done).text(), (TextWithNumbers() << total).text(),
+                                                 (TextWithNumbers() << edgeCount).text()));
     progress.setDetail(QString());
     return progress.update(static_cast<int>(done * 100LL / total));
 }
@@ -50,7 +42,7 @@ bool showSampleProgress(PlannerProgress& progress, int samplesDone, int sampleTo
 
 bool showAttempt(PlannerProgress& progress, int attemptNumber)
 {
-    debugLine((DebugLineText() << "Adding joints. Attempt: " << attemptNumber).text());
+    debugLine((TextWithNumbers() << "Adding joints. Attempt: " << attemptNumber).text());
     QString detail = planTr(AttemptText).arg(attemptNumber);
     if (attemptNumber >= FirstWarnedAttempt)
         detail += "<br><br>" + planTr(StuckWarning);

@@ -18,7 +18,7 @@ TEST(NearestSamples, GivesTheStableSortsOrderOnTieHeavyInputs)
     NearestSamples strategy;
     int ties = 0;
     for (int trial = 0; trial < 4000; ++trial) {
-        const int joints = pick(1, 8);  // 6 and 7 have scans of their own
+        const int joints = pick(1, 8);
         const int n = pick(0, 60);
         ScopedMatrix samples = makeScopedMatrix();
         setSize(samples.get(), joints, n);

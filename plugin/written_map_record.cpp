@@ -2,7 +2,6 @@
 #include "written_map_record.h"
 
 #include "robot_map.h"
-#include "roadmap_matrix.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,46 +10,40 @@ QByteArray WrittenMapRecord::reuse(const QString& key, const RobotMap& map) cons
 {
     if (key_.isEmpty() || key != key_)
         return QByteArray();
-    if (!same(samples_, map.samples()) || !same(route_, map.route()) || !same(graph_, *map.graph()))
+    if (!same(samples_.get(), map.samples()) || !same(route_.get(), map.route()) || !same(graph_, *map.graph()))
         return QByteArray();
     return bytes_;
 }
 
 void WrittenMapRecord::remember(const QString& key, const RobotMap& map, const QByteArray& bytes)
 {
+    // A matrix that is not two-dimensional cannot be copied: such a map is not kept.
+    if (!copyMatrix(map.samples(), samples_.get()) || !copyMatrix(map.route(), route_.get())) {
+        forget();
+        return;
+    }
     key_ = key;
     bytes_ = bytes;
-    samples_ = copyOf(map.samples());
     graph_ = *map.graph();
-    route_ = copyOf(map.route());
 }
 
 void WrittenMapRecord::forget()
 {
     key_.clear();
     bytes_ = QByteArray();
-    samples_ = MatrixCopy();
+    setSize(samples_.get(), 0, 0);
     graph_ = RoadmapGraph();
-    route_ = MatrixCopy();
+    setSize(route_.get(), 0, 0);
 }
 
-WrittenMapRecord::MatrixCopy WrittenMapRecord::copyOf(const RoadmapMatrix* matrix)
+bool WrittenMapRecord::same(const RoadmapMatrix* copy, const RoadmapMatrix* matrix)
 {
-    MatrixCopy copy;
-    copy.extents.assign(matrix->extents, matrix->extents + matrix->dimensionCount);
-    const int count = std::max(elementCount(matrix), 0);
-    copy.values.assign(matrix->values, matrix->values + count);
-    return copy;
-}
-
-bool WrittenMapRecord::same(const MatrixCopy& copy, const RoadmapMatrix* matrix)
-{
-    if (!std::equal(copy.extents.begin(), copy.extents.end(), matrix->extents, matrix->extents + matrix->dimensionCount))
+    if (copy->dimensionCount != matrix->dimensionCount
+        || !std::equal(copy->extents, copy->extents + copy->dimensionCount, matrix->extents))
         return false;
     const size_t count = static_cast<size_t>(std::max(elementCount(matrix), 0));
     // Bit for bit: -0.0 and 0.0 are stored apart.
-    return count == copy.values.size()
-           && (count == 0 || std::memcmp(copy.values.data(), matrix->values, count * sizeof(double)) == 0);
+    return count == 0 || std::memcmp(copy->values, matrix->values, count * sizeof(double)) == 0;
 }
 
 bool WrittenMapRecord::same(const RoadmapGraph& copy, const RoadmapGraph& graph)

@@ -2,14 +2,12 @@
 #pragma once
 
 #include "roadmap_graph.h"
+#include "roadmap_matrix.h"
 
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
-
 class RobotMap;
-struct RoadmapMatrix;
 
 // The map record the plug-in wrote last and a copy of the map it holds. A
 // record runs to a gigabyte and more (its graph is dense), and the station is
@@ -19,7 +17,8 @@ struct RoadmapMatrix;
 // is the one encoding the map would give.
 //
 // The bytes are shared with the host, which keeps them under the key; they are
-// let go with forget() when the station closes or another one opens.
+// let go with forget() when the station closes, another one opens, or the
+// plug-in is unloaded.
 class WrittenMapRecord {
 public:
     // The record last written under `key`, when `map` is still what it holds;
@@ -30,18 +29,12 @@ public:
     void forget();
 
 private:
-    // A matrix's shape and values, as the record holds them.
-    struct MatrixCopy {
-        std::vector<int> extents;
-        std::vector<double> values;
-    };
-    static MatrixCopy copyOf(const RoadmapMatrix* matrix);
-    static bool same(const MatrixCopy& copy, const RoadmapMatrix* matrix);
+    static bool same(const RoadmapMatrix* copy, const RoadmapMatrix* matrix);
     static bool same(const RoadmapGraph& copy, const RoadmapGraph& graph);
 
     QString key_;        // empty: nothing kept
     QByteArray bytes_;   // the record
-    MatrixCopy samples_;  // the map it holds
+    ScopedMatrix samples_ = makeScopedMatrix();  // the map it holds
     RoadmapGraph graph_;
-    MatrixCopy route_;
+    ScopedMatrix route_ = makeScopedMatrix();
 };
